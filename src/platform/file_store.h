@@ -1,0 +1,59 @@
+// File operations of the program. Everything that touches a file goes through here, so that tests
+// can put faults in their way. Paths are native; folders are named without a trailing separator.
+//
+// Errors: FileNotFound, FileExists, DiskFull, PermissionDenied, PathAccess, DeviceError, with the
+// path in the description.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+namespace kelvrane {
+
+class FileStore {
+  public:
+    virtual ~FileStore() = default;
+
+    virtual bool exists(const QString& path) const = 0;
+    /// Raises FileNotFound, or another error when it can't be read.
+    virtual QByteArray read(const QString& path) const = 0;
+    /// Creates or truncates the file and writes the bytes; not flushed to disk.
+    virtual void create(const QString& path, const QByteArray& bytes) = 0;
+    /// Adds the bytes at the end of an existing file and flushes the file to disk.
+    virtual void appendAndFlush(const QString& path, const QByteArray& bytes) = 0;
+    /// Renames one file over another in one step and flushes the folder. The source must have been
+    /// flushed. A read-only target (no write permission for its owner) raises PermissionDenied.
+    virtual void replace(const QString& source, const QString& target) = 0;
+    /// Moves a file to a name that doesn't exist yet; raises FileExists when it does.
+    virtual void move(const QString& source, const QString& target) = 0;
+    /// Copies and flushes; overwrites the target in one step.
+    virtual void copy(const QString& source, const QString& target) = 0;
+    /// Removes a file. Forced: also one that is read-only. Raises FileNotFound.
+    virtual void remove(const QString& path, bool forced) = 0;
+    /// Creates a folder with all parents, mode 0700. Nothing when it exists.
+    virtual void createFolder(const QString& path) = 0;
+    /// Names of the files (not folders) in a folder, sorted; empty when there is none.
+    virtual QStringList filesIn(const QString& folder) const = 0;
+
+    /// Writes the bytes beside the target ("<path>.new"), flushes them and renames them over it:
+    /// after a kill at any instant the old or the new file is there, whole.
+    void writeAtomically(const QString& path, const QByteArray& bytes);
+};
+
+/// The real one, on the operating system's calls.
+class DiskFileStore : public FileStore {
+  public:
+    bool exists(const QString& path) const override;
+    QByteArray read(const QString& path) const override;
+    void create(const QString& path, const QByteArray& bytes) override;
+    void appendAndFlush(const QString& path, const QByteArray& bytes) override;
+    void replace(const QString& source, const QString& target) override;
+    void move(const QString& source, const QString& target) override;
+    void copy(const QString& source, const QString& target) override;
+    void remove(const QString& path, bool forced) override;
+    void createFolder(const QString& path) override;
+    QStringList filesIn(const QString& folder) const override;
+};
+
+} // namespace kelvrane

@@ -1,0 +1,153 @@
+// What the modules ask of the world outside: small abstract classes, built for real in app/, faked
+// in tests. All are set before the first module runs.
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/file_store.h"
+#include "platform/screens.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace kelvrane {
+
+class SettingsStore;
+
+enum class BoxIcon { None, Information, Exclamation, Stop, Question };
+enum class BoxButtons { Ok, OkCancel, YesNo };
+enum class BoxAnswer { Ok, Cancel, Yes, No };
+
+struct Box {
+    QString text;
+    QString title = QStringLiteral("Kelvrane");
+    BoxIcon icon = BoxIcon::None;
+    BoxButtons buttons = BoxButtons::Ok;
+};
+
+struct FileQuestion {
+    QString title;
+    QString folder;
+    QString filter;           ///< "Database Files ( *.mdb ) |*.mdb"
+    QString defaultExtension; ///< ".mdb"
+};
+
+class Dialogs {
+  public:
+    virtual ~Dialogs() = default;
+    /// Shows a message box and waits. Closing it by its frame is its safest answer: Cancel, No, or
+    /// Ok where there is nothing else.
+    virtual BoxAnswer ask(const Box& box) = 0;
+    /// std::nullopt when cancelled.
+    virtual std::optional<QString> openFile(const FileQuestion& question) = 0;
+};
+
+/// The small screen frmProgress: a caption line and a bar.
+class Progress {
+  public:
+    virtual ~Progress() = default;
+    virtual void show(const QString& caption) = 0;
+    virtual void setPercent(int percent) = 0; ///< 0 to 100; lets events through
+    virtual void close() = 0;
+};
+
+enum class DayState { Stopped, Running, OnBreak };
+
+class Tray {
+  public:
+    virtual ~Tray() = default;
+    virtual void showIcon() = 0;
+    virtual void removeIcon() = 0;
+    virtual void setState(DayState state, const QString& toolTip) = 0;
+    /// A notice that asks for nothing.
+    virtual void notify(const QString& title, const QString& text) = 0;
+};
+
+class Sound {
+  public:
+    virtual ~Sound() = default;
+    /// Starts a sound file and returns at once; silent when there is no device.
+    virtual void play(const QString& path) = 0;
+};
+
+class Help {
+  public:
+    virtual ~Help() = default;
+    virtual void show(const QString& page) = 0; ///< a page of the help file; empty: the contents
+};
+
+class Updates {
+  public:
+    virtual ~Updates() = default;
+    /// True when up to date. A quiet check (no messages, not forced) doesn't wait.
+    virtual bool check(bool showMessages, bool force, const QString& fileName) = 0;
+    virtual void fetchUsageLog() = 0;
+};
+
+class Events {
+  public:
+    virtual ~Events() = default;
+    /// Lets waiting events run and returns.
+    virtual void yield() = 0;
+    /// Runs events until the condition holds. Ends early, with False, when the program shuts down.
+    virtual bool waitUntil(const std::function<bool()>& condition) = 0;
+};
+
+class Clipboard {
+  public:
+    virtual ~Clipboard() = default;
+    virtual void setText(const QString& text) = 0;
+};
+
+/// A repeating timer; the signal comes once an interval while enabled.
+class IntervalTimer : public QObject {
+    Q_OBJECT
+  public:
+    virtual void setInterval(int milliseconds) = 0;
+    virtual int interval() const = 0;
+    virtual void setEnabled(bool enabled) = 0;
+
+  signals:
+    void Timer();
+};
+
+class Timers {
+  public:
+    virtual ~Timers() = default;
+    virtual IntervalTimer* create(QObject* parent) = 0;
+};
+
+class Process {
+  public:
+    virtual ~Process() = default;
+    virtual void end() = 0; ///< leaves the event loop; all waits end
+};
+
+struct Ports {
+    Clock* clock = nullptr;
+    FileStore* files = nullptr;
+    SettingsStore* settings = nullptr;
+    Dialogs* dialogs = nullptr;
+    Screens* screens = nullptr;
+    Progress* progress = nullptr;
+    Tray* tray = nullptr;
+    Sound* sound = nullptr;
+    Help* help = nullptr;
+    Updates* updates = nullptr;
+    Events* events = nullptr;
+    Clipboard* clipboard = nullptr;
+    Timers* timers = nullptr;
+    Process* process = nullptr;
+};
+inline Ports ports;
+
+/// Asks through the dialog port. An empty title becomes "Kelvrane".
+inline BoxAnswer MsgBox(const QString& text, const QString& title = {},
+                        BoxIcon icon = BoxIcon::None, BoxButtons buttons = BoxButtons::Ok) {
+    return ports.dialogs->ask({text, title.isEmpty() ? QStringLiteral("Kelvrane") : title, icon,
+                               buttons});
+}
+
+} // namespace kelvrane
