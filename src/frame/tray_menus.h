@@ -10,6 +10,9 @@ struct TrayMenus {
     TrayMenus();
     KeyedItems mnuSysTray;    ///< the context menu; submenus by parent
     KeyedItems mnuRProjects;  ///< MnuRecProj1 to MnuRecProj10
+
+    /// As after construction.
+    void reset();
 };
 
 /// The one pair of menus.
