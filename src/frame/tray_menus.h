@@ -10,6 +10,9 @@ struct TrayMenus {
     TrayMenus();
     KeyedItems mnuSysTray;    ///< the context menu; submenus by parent
     KeyedItems mnuRProjects;  ///< MnuRecProj1 to MnuRecProj10
+
+    /// As after construction.
+    void reset();
 };
 
 /// The one pair of menus.
@@ -18,6 +21,8 @@ TrayMenus& Menus();
 namespace tray_items {
 inline constexpr char Break[] = "mnuSysTrayStatusOnBreak";
 inline constexpr int RecentCount = 10;
+/// Key of the recent menu's item at a 1-based place: "MnuRecProj1" to "MnuRecProj10".
+QString RecentKey(int place);
 } // namespace tray_items
 
 } // namespace kelvrane
