@@ -1,0 +1,49 @@
+// The two process-wide record sets: projects and customers. Each has its own connection, and its
+// cursor carries meaning: the project on display, and that project's customer.
+//
+//     OpenProjectTable("ReadOnly");
+//     FindProjectRecord("Project_Name = 'Alpha'");
+//     name = ProjectRecords->text(1);
+//     CloseProjectTable();
+#pragma once
+
+#include "platform/recordset.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace kelvrane {
+
+namespace project_column {
+inline constexpr int Name = 1;
+inline constexpr int Number = 2;
+inline constexpr int Active = 4;
+} // namespace project_column
+
+/// A record set with the connection that it stands on.
+struct OpenTable {
+    OpenTable(const QString& path, const QString& table, Recordset::Lock lock)
+        : connection(path), rows(connection, table, lock) {}
+    Connection connection;
+    Recordset rows;
+};
+
+/// Null while closed. Reached through ProjectRecords() and CustomerRecords(), which raise
+/// NoObject then.
+inline std::unique_ptr<OpenTable> ProjectTable;
+inline std::unique_ptr<OpenTable> CustomerTable;
+Recordset& ProjectRecords();
+Recordset& CustomerRecords();
+inline bool ProjectRecordsOpen = false;
+
+/// Opens ProjectInfo of ProjectDatabase; "ReadOnly" read-only, any other mode for writing. While
+/// another opener holds the table, the new opener gets a set of its own and closing gives the former
+/// back. Count, when given, gets the number of rows. Raises DatabaseOpen, Sql.
+void OpenProjectTable(const QString& mode, int* count = nullptr);
+/// Closes the set opened last; an error in a close is passed over.
+void CloseProjectTable();
+void OpenCustomerTable(const QString& mode, int* count = nullptr);
+void CloseCustomerTable();
+
+} // namespace kelvrane

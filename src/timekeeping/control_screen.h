@@ -1,0 +1,41 @@
+// The control screen's procedures: its load and unload, and what each of its items does. The screen
+// itself binds to Control() and forwards to these.
+#pragma once
+
+#include <QString>
+
+namespace kelvrane {
+
+/// Reads the layout and the day into Control(); the routine of the screen's load. Step by step:
+/// what fails leaves the rest as far as it got.
+void LoadControlScreen();
+/// LoadControlScreen unless Control().loaded; before anything that adds to the day.
+void EnsureControlScreenLoaded();
+/// Writes the twelve layout values. For the hide by the close box.
+void SaveControlLayout();
+/// SaveControlLayout, and the next show reads the day again.
+void UnloadControlScreen();
+
+/// Fills the drop-down of PROJECT_NAME with the recent projects and "More ... ".
+void FillRecentProjectList(const QString& name, const QString& number);
+/// The choice of the list's place-th item (0-based): starts that project, or opens the Database
+/// Manager.
+void ChooseProject(int place, const QString& value);
+
+void TimeCtrlClick(const QString& key); ///< tool bar
+void PanelClick(const QString& key);    ///< view switches and launchers
+void BreakDownSelect(const QString& key);
+void SetDataClick(const QString& key); ///< the pop-up menu's items
+void NextGraphType();     ///< Picture1, index 1
+void PreviousGraphType(); ///< Picture1, index 0
+
+/// The four view switches; layOut says whether the screen lays itself out afterwards.
+void ShowBreakDown(bool showing, bool layOut);
+void ShowQuickView(bool showing, bool layOut);
+void ShowGraph(bool showing, bool layOut);
+void ShowWeekView(bool showing, bool layOut);
+
+/// Binds Control()'s signals to the procedures above; once a process.
+void WireControlScreen();
+
+} // namespace kelvrane

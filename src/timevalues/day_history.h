@@ -1,0 +1,45 @@
+// DayInfo.mdb, the lasting history: one row for each project and day. The day is rolled up into it
+// again and again; each call replaces today's rows, so it may run at any time.
+#pragma once
+
+#include "platform/int16.h"
+#include "platform/recordset.h"
+
+#include <QDate>
+#include <QList>
+#include <QString>
+
+namespace kelvrane {
+
+/// A project's share of the day. Only its first entry brings its break; the history relies on it.
+struct DayProjectSummary {
+    QString ProjectName;
+    QString ProjectNumber;
+    Int16 BreakMinutes;
+    Int16 TotalMinutes;
+};
+
+/// Rolls DayEntries up and writes today's rows. Raises Subscript for an empty day, TypeMismatch for
+/// a time that can't be read; database errors are reported, not raised.
+void AddDataToDayInfoDataBase();
+/// Writes one row a summary for today, all in one transaction; what was written before a row that
+/// fails stays. Errors end in the error report.
+void WriteDayInfoRows(const QList<DayProjectSummary>& summaries);
+/// Deletes today's row of the project; errors end in the error report.
+void DeleteSpecificProjectFromDB(const QString& Name);
+
+/// Backs <Folder>/<Base>.mdb up to <Base>_Backup.mdb, when wanted, and compacts it, with progress.
+/// Each failed step is passed over, a target is never replaced by an incomplete file, and the first
+/// error is shown at the end. No connection to the file may be open.
+void CompactDatabaseFile(const QString& Folder, const QString& Base, bool MakeBackup);
+
+/// Moves to the first row with that date or key, searching from the first row; returns the position.
+int FindRecordByDate(Recordset& rows, QDate Date);
+int FindRecordByID(Recordset& rows, qint32 ID);
+
+/// "SELECT * FROM DayInfo WHERE Date BETWEEN ..." over From to To, both included, by ProjectName.
+QString PeriodQuery(QDate From, QDate To);
+/// The same for one project; the name stands as it is.
+QString ProjectPeriodQuery(const QString& Name, QDate From, QDate To);
+
+} // namespace kelvrane

@@ -1,0 +1,160 @@
+#include "support/fakes.h"
+
+#include "frame/globals.h"
+#include "frame/program_folder.h"
+#include "frame/settings.h"
+#include "frame/status_text.h"
+#include "frame/trace.h"
+#include "frame/tray_menus.h"
+#include "platform/skip_errors.h"
+#include "records/record_tables.h"
+#include "records/selection_sinks.h"
+#include "timekeeping/control_model.h"
+
+#include <QFile>
+
+namespace kelvrane::testing {
+
+void FakeClock::set(const QString& text) {
+    m_now = QDateTime::fromString(text, text.size() > 16 ? QStringLiteral("yyyy-MM-dd hh:mm:ss")
+                                                         : QStringLiteral("yyyy-MM-dd hh:mm"));
+    EXPECT_TRUE(m_now.isValid()) << text.toStdString();
+}
+
+void FakeDialogs::expect(const QString& part, BoxAnswer answer) {
+    m_expected.append({part, answer});
+}
+
+BoxAnswer FakeDialogs::ask(const Box& box) {
+    shown.append(box);
+    if (whileOpen)
+        whileOpen(box);
+    if (m_expected.isEmpty()) {
+        if (strict)
+            ADD_FAILURE() << "unexpected box: " << box.title.toStdString() << ": "
+                          << box.text.toStdString();
+        return box.buttons == BoxButtons::YesNo ? BoxAnswer::No
+               : box.buttons == BoxButtons::OkCancel ? BoxAnswer::Cancel
+                                                     : BoxAnswer::Ok;
+    }
+    const auto [part, answer] = m_expected.takeFirst();
+    EXPECT_TRUE(box.text.contains(part) || box.title.contains(part))
+        << "expected: " << part.toStdString() << ", shown: " << box.title.toStdString() << ": "
+        << box.text.toStdString();
+    return answer;
+}
+
+std::optional<QString> FakeDialogs::openFile(const FileQuestion& question) {
+    fileQuestions.append(question);
+    return m_files.isEmpty() ? std::nullopt : m_files.takeFirst();
+}
+
+FakeDialogs::~FakeDialogs() {
+    for (const auto& expected : m_expected)
+        ADD_FAILURE() << "box never shown: " << expected.first.toStdString();
+}
+
+void FakeScreens::show(Screen screen) {
+    const bool first = !loaded.contains(screen);
+    shown.append(screen);
+    loaded.insert(screen);
+    visible.insert(screen);
+    if (first && onLoad)
+        onLoad(screen);
+}
+
+void FakeScreens::unload(Screen screen) {
+    unloaded.append(screen);
+    visible.remove(screen);
+    if (loaded.remove(screen) && onUnload)
+        onUnload(screen);
+}
+
+bool FakeUpdates::check(bool showMessages, bool force, const QString& fileName) {
+    checks.append(force ? QStringLiteral("force ") + fileName
+                  : showMessages ? QStringLiteral("messages")
+                                 : QStringLiteral("quiet"));
+    return true;
+}
+
+bool FakeEvents::waitUntil(const std::function<bool()>& condition) {
+    for (int turn = 0; turn < 100; ++turn) {
+        if (condition())
+            return true;
+        yield();
+    }
+    return false;
+}
+
+IntervalTimer* FakeTimers::create(QObject* parent) {
+    auto* timer = new FakeTimer;
+    timer->setParent(parent);
+    created.append(timer);
+    return timer;
+}
+
+ProgramTest::ProgramTest() {
+    globals = {};
+    SkippedErrors().clear();
+    SetAppPath(folder.path());
+    ports = {.clock = &clock,
+             .files = &disk,
+             .dialogs = &dialogs,
+             .screens = &screens,
+             .progress = &progress,
+             .tray = &tray,
+             .sound = &sound,
+             .help = &help,
+             .updates = &updates,
+             .events = &events,
+             .clipboard = &clipboard,
+             .timers = &timers,
+             .process = &process};
+    installSettings();
+    Control().reset();
+    Menus().reset();
+    Trace().clear();
+    Status().setText({});
+}
+
+ProgramTest::~ProgramTest() {
+    while (ProjectTable)
+        CloseProjectTable();
+    while (CustomerTable)
+        CloseCustomerTable();
+    selectionSinks = {};
+    globals = {};
+    ports = {};
+}
+
+void ProgramTest::installSettings() {
+    settings = std::make_unique<SettingsStore>(disk, path(QString::fromLatin1(files::Settings)));
+    ports.settings = settings.get();
+    for (const QString& key : {keys::Main, keys::RecentInfo, keys::SpreadSheetInfo})
+        settings->createKey(key);
+    ShowNumProjects = 5;
+    EndOfDayTimeInterval = 15;
+    StartWorkTime = QStringLiteral("8:00 AM");
+    StopWorkTime = QStringLiteral("5:00 PM");
+    AutoSave = QStringLiteral("On");
+    TimeIncrements = QStringLiteral("15 Minutes");
+    StartOfWeek = QStringLiteral("2");
+    ProjectDatabase = path(QString::fromLatin1(files::ProjectDatabase));
+}
+
+QString ProgramTest::path(const QString& name) const {
+    return folder.filePath(name);
+}
+
+QByteArray ProgramTest::fileBytes(const QString& name) const {
+    QFile file(path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void ProgramTest::writeFile(const QString& name, const QByteArray& bytes) const {
+    QFile file(path(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+} // namespace kelvrane::testing
