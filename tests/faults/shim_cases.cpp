@@ -1,5 +1,6 @@
 // The shim itself: what it counts, where it ends a process, what it lets fail, for the program's
 // own calls, Qt's and the database driver's.
+#include "child.h"
 #include "fault_shim.h"
 
 #include <QFile>
@@ -13,7 +14,6 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <functional>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace kelvrane::faults {
@@ -35,15 +35,6 @@ bool Save(const QString& folder, bool flushing = true) {
     const bool flushed = directory >= 0 && fsync(directory) == 0;
     close(directory);
     return flushed;
-}
-
-int StatusOfChild(const std::function<int()>& run) {
-    const pid_t child = fork();
-    if (child == 0)
-        _exit(run());
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
 class Shim : public ::testing::Test {
@@ -100,9 +91,9 @@ TEST_F(Shim, EndsTheProcessBeforeTheNthCall) {
         ASSERT_TRUE(old.open(QIODevice::WriteOnly | QIODevice::Truncate));
         old.write("old");
         old.close();
-        const int status = StatusOfChild([&] {
+        const int status = RunInChild([&] {
             Arm({.root = root(), .at = at});
-            return Save(folder.path()) ? 0 : 1;
+            EXPECT_TRUE(Save(folder.path()));
         });
         EXPECT_EQ(status, at <= 6 ? Killed : 0) << at;
         EXPECT_EQ(bytes("day"), at <= 4 ? "old" : "new") << at;
