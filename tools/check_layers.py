@@ -5,8 +5,7 @@
 
 Prints each include that breaks a rule and exits 1 when there is one. The rules:
   - a file includes only what lies on its own floor or below;
-  - folders of one floor don't include each other in a circle, and neither do modules
-    (a module is a .h with its .cpp);
+  - files don't include each other in a circle, and neither do folders of one floor;
   - core files (everything but screens, widgets/ and app/) include nothing of Qt Widgets,
     PrintSupport or Help, and don't name QApplication.
 """
@@ -97,7 +96,7 @@ def circles(edges):
 
 
 def check(source):
-    faults, modules, folders = [], {}, {}
+    faults, files, folders = [], {}, {}
     for path in sorted(source.rglob("*")):
         if path.suffix not in (".h", ".cpp"):
             continue
@@ -123,12 +122,12 @@ def check(source):
             target = floor_of(quoted)
             if target is not None and target > floor:
                 faults.append(f'{name}: includes "{quoted}", which lies above it')
-            modules.setdefault(module_of(name), set()).add(module_of(quoted))
+            files.setdefault(name, set()).add(quoted)
             if target == floor:
                 folders.setdefault(folder_of(name), set()).add(folder_of(quoted))
         if core and re.search(r"\bQApplication\b", STRINGS.sub("", text)):
             faults.append(f"{name}: names QApplication; core knows no windows")
-    for graph, what in ((modules, "modules"), (folders, "folders")):
+    for graph, what in ((files, "files"), (folders, "folders")):
         graph = {node: targets - {node} for node, targets in graph.items()}
         faults += [f"{what} in a circle: {', '.join(group)}" for group in circles(graph)]
     return faults
