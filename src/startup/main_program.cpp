@@ -1,6 +1,5 @@
 #include "startup/main_program.h"
 
-#include "charts/chart_types.h"
 #include "frame/error_report.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
@@ -164,7 +163,6 @@ StartResult Main(const QString& CommandText, bool previousInstance) {
     LogStep(QStringLiteral("Creating System Tray Icon"));
     step([] { ports.tray->showIcon(); });
     LogStep(QStringLiteral("Setting Global Chart Types"));
-    step([] { FillChartTypes(); });
     LogStep(QStringLiteral("Loading Control form"));
     step([] { ports.screens->show(Screen::frmSTM); });
     LogStep(QStringLiteral("Loading Tips"));
