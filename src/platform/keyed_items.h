@@ -1,7 +1,7 @@
 // A list of keyed items: the stand-in for every panel, tool bar, menu and tab strip of the program.
 // Modules fill and read it, widgets show it. Modules change it through set...(), which only ever
-// signals the views; what the user does arrives through edit(), click(), toggle() and press(), which
-// signal the module.
+// signals the views; what the user does arrives through edit(), click(), toggle() and press(),
+// which signal the module.
 //
 //     items.append({.key = "STOP", .caption = "Stop", .kind = ItemKind::Button});
 //     items.setEnabled("STOP", false);
@@ -37,8 +37,8 @@ enum class TextRole {
 };
 
 struct KeyedItem {
-    QString key;
-    QString caption;
+    QString key = {};
+    QString caption = {};
     QString value = {};
     ItemKind kind = ItemKind::Text;
     QString toolTip = {};
@@ -88,12 +88,13 @@ class KeyedItems : public QAbstractListModel {
 
     // What the user did; called by widgets and tests. Ignored on disabled or hidden items.
     void edit(const QString& key, const QString& value); ///< stores the value, then Edited
-    /// A choice from the list of a DropDown by its 0-based place: stores it, then Chosen and Edited.
+    /// A choice from the list of a DropDown by its 0-based place: stores it, then Chosen and
+    /// Edited.
     void choose(const QString& key, int place);
-    void click(const QString& key);                      ///< Clicked
-    void toggle(const QString& key);                     ///< Clicked; the module sets the tick
-    void press(const QString& key);                      ///< ButtonPressed (browse button)
-    void select(const QString& key);                     ///< Selected (a row was chosen)
+    void click(const QString& key);  ///< Clicked
+    void toggle(const QString& key); ///< Clicked; the module sets the tick
+    void press(const QString& key);  ///< ButtonPressed (browse button)
+    void select(const QString& key); ///< Selected (a row was chosen)
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -110,6 +111,8 @@ class KeyedItems : public QAbstractListModel {
     template <typename Field>
     void setField(const QString& key, Field KeyedItem::*field, const Field& value);
     bool reachable(const QString& key) const;
+    void insertItems(int row, const QList<KeyedItem>& items);
+    void removeItems(int row, int count);
 
     QList<KeyedItem> m_items;
 };
