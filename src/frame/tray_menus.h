@@ -21,6 +21,8 @@ TrayMenus& Menus();
 namespace tray_items {
 inline constexpr char Break[] = "mnuSysTrayStatusOnBreak";
 inline constexpr int RecentCount = 10;
+/// Key of the recent menu's item at a 1-based place: "MnuRecProj1" to "MnuRecProj10".
+QString RecentKey(int place);
 } // namespace tray_items
 
 } // namespace kelvrane

@@ -1,8 +1,11 @@
 // File operations of the program. Everything that touches a file goes through here, so that tests
 // can put faults in their way. Paths are native; folders are named without a trailing separator.
 //
-// Errors: FileNotFound, FileExists, DiskFull, PermissionDenied, PathAccess, DeviceError, with the
-// path in the description.
+// Errors: FileNotFound, FileExists, DiskFull, PermissionDenied, PathAccess, DeviceError, and
+// BadFileName for an empty name or one with a NUL, with the path in the description.
+//
+// A process whose file size is limited is ended by SIGXFSZ at the limit; main() ignores that
+// signal, so that the write fails with DiskFull instead.
 #pragma once
 
 #include <QByteArray>
@@ -15,8 +18,9 @@ class FileStore {
   public:
     virtual ~FileStore() = default;
 
+    /// False for a folder and for what can't be a name. Raises nothing.
     virtual bool exists(const QString& path) const = 0;
-    /// Raises FileNotFound, or another error when it can't be read.
+    /// Raises FileNotFound, or another error when it can't be read: DeviceError beyond 256 MB.
     virtual QByteArray read(const QString& path) const = 0;
     /// Creates or truncates the file and writes the bytes; not flushed to disk.
     virtual void create(const QString& path, const QByteArray& bytes) = 0;

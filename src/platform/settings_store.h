@@ -5,9 +5,9 @@
 // the install step creates keys. Key paths are joined by "\".
 #pragma once
 
+#include <QList>
 #include <QMap>
 #include <QString>
-#include <QList>
 
 #include <optional>
 #include <variant>
@@ -21,8 +21,8 @@ using SettingValue = std::variant<std::monostate, QString, qint32>;
 
 class SettingsStore {
   public:
-    /// Reads the file at once. A missing file is an empty store. A damaged one is an empty store
-    /// too, after a copy of it was kept beside it as "<path>.damaged".
+    /// Reads the file at once. A missing file is an empty store. Of a damaged one what can be read
+    /// is kept, which may be nothing, after a copy of it was put beside it as "<path>.damaged".
     SettingsStore(FileStore& files, QString path);
 
     bool keyExists(const QString& key) const;
@@ -38,22 +38,28 @@ class SettingsStore {
     bool setSection(const QString& section, const QString& key, const QString& text);
 
     /// Collects all writes between begin and end into one replacement of the file; nothing is
-    /// written when nothing changed. Calls may nest.
+    /// written when nothing changed. Calls may nest. False when the file can't be written: all
+    /// changes since the outermost begin are then dropped.
     void beginChanges();
     bool endChanges();
 
     bool wasDamaged() const { return m_damaged; }
 
   private:
+    struct Contents {
+        QMap<QString, QMap<QString, SettingValue>> keys;
+        QMap<QString, QMap<QString, QString>> sections;
+        bool operator==(const Contents&) const = default;
+    };
     void load();
+    void keepDamaged();
     bool store();
 
     FileStore& m_files;
     QString m_path;
-    QMap<QString, QMap<QString, SettingValue>> m_keys;
-    QMap<QString, QMap<QString, QString>> m_sections;
+    Contents m_held;
+    Contents m_onDisk;
     int m_openChanges = 0;
-    bool m_changed = false;
     bool m_damaged = false;
 };
 

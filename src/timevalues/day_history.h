@@ -22,6 +22,8 @@ struct DayProjectSummary {
 /// Rolls DayEntries up and writes today's rows. Raises Subscript for an empty day, TypeMismatch for
 /// a time that can't be read; database errors are reported, not raised.
 void AddDataToDayInfoDataBase();
+/// The same for another day: what a sleeping machine still owes its last one.
+void RollUpDay(QDate day);
 /// Writes one row a summary for today, all in one transaction; what was written before a row that
 /// fails stays. Errors end in the error report.
 void WriteDayInfoRows(const QList<DayProjectSummary>& summaries);
