@@ -26,28 +26,30 @@ void AssumeWeekViewGrown(ControlLayout& layout, bool showing) {
         showing && before > LeastBelowWeekViewBar && before <= WeekViewGrowthLimit;
 }
 
-void MoveWeekViewBar(ControlLayout& layout, double top) {
-    layout.SplitterTop = ClampWeekViewBar(top, layout.Height);
-    layout.WeekViewSize = layout.Height - layout.SplitterTop;
+double WeekViewBarTop(const ControlLayout& layout, double windowHeight) {
+    const double weekView = layout.Height - ClampWeekViewBar(layout.SplitterTop, layout.Height);
+    return ClampWeekViewBar(windowHeight - weekView, windowHeight);
+}
+
+void MoveWeekViewBar(ControlLayout& layout, double top, double windowHeight) {
+    layout.WeekViewSize = windowHeight - ClampWeekViewBar(top, windowHeight);
+    layout.SplitterTop = ClampWeekViewBar(layout.Height - layout.WeekViewSize, layout.Height);
 }
 
 void ResizeControlWindow(ControlLayout& layout, double width, double height, bool weekViewShowing) {
-    // The bar moves by what the window gained, so that the panels above it take the difference.
-    const double gained = height - layout.Height;
+    if (weekViewShowing)
+        layout.SplitterTop = WeekViewBarTop(layout, height);
     layout.Width = width;
     layout.Height = height;
-    if (weekViewShowing)
-        MoveWeekViewBar(layout, layout.SplitterTop + gained);
 }
 
-int FirstOfTwo(int percent, int space) {
-    return static_cast<int>(std::lround(std::clamp(percent, 0, 100) * std::max(space, 0) / 100.0));
+int FirstOfTwo(double percent, int space) {
+    return static_cast<int>(
+        std::lround(std::clamp(percent, 0.0, 100.0) * std::max(space, 0) / 100));
 }
 
-int PercentOfTwo(int first, int space) {
-    if (space <= 0)
-        return 0;
-    return std::clamp(static_cast<int>(std::lround(100.0 * first / space)), 0, 100);
+double PercentOfTwo(int first, int space) {
+    return space > 0 ? std::clamp(100.0 * first / space, 0.0, 100.0) : 0;
 }
 
 } // namespace kelvrane

@@ -2,7 +2,7 @@
 // for the week view. Sizes are twips, bars between panels are percent. The screen applies what
 // comes out of it.
 //
-//     MoveWeekViewBar(Control().layout, theme::ToTwips(mouseY));
+//     MoveWeekViewBar(Control().layout, theme::ToTwips(mouseY), theme::ToTwips(height()));
 //     if (GrowForWeekView(Control().layout, WeekViewShowing)) resize(...);
 #pragma once
 
@@ -29,14 +29,18 @@ bool GrowForWeekView(ControlLayout& layout, bool showing);
 /// stored, so a height that growing can have led to is taken as grown.
 void AssumeWeekViewGrown(ControlLayout& layout, bool showing);
 
-/// The user dragged the bar.
-void MoveWeekViewBar(ControlLayout& layout, double top);
+/// Top of the bar in a window of this height. The week view keeps its own height where it can, so
+/// in a maximized window the panels above it take the difference.
+double WeekViewBarTop(const ControlLayout& layout, double windowHeight);
+
+/// The user dragged the bar to this top, in a window of this height.
+void MoveWeekViewBar(ControlLayout& layout, double top, double windowHeight);
 
 /// The user sized the window; a week view that shows keeps its height, and the bar moves.
 void ResizeControlWindow(ControlLayout& layout, double width, double height, bool weekViewShowing);
 
 /// Pixels of the first of two panels that share a space, and back; 0 to 100 percent, 0 of nothing.
-int FirstOfTwo(int percent, int space);
-int PercentOfTwo(int first, int space);
+int FirstOfTwo(double percent, int space);
+double PercentOfTwo(int first, int space);
 
 } // namespace kelvrane

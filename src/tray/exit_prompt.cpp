@@ -3,10 +3,10 @@
 #include "frame/error_report.h"
 #include "frame/globals.h"
 #include "frame/settings.h"
-#include "frame/unload_forms.h"
 #include "platform/ports.h"
 #include "platform/skip_errors.h"
 #include "platform/texts.h"
+#include "timekeeping/shut_down.h"
 #include "timekeeping/working_day.h"
 
 namespace kelvrane {

@@ -58,22 +58,34 @@ TEST(ControlLayout, RunsThatEndWithTheWeekViewShowingDontLetTheWindowCreepUp) {
 TEST(ControlLayout, SizingTheWindowKeepsTheWeekViewsHeight) {
     ControlLayout layout;
     GrowForWeekView(layout, true);
-    MoveWeekViewBar(layout, 5000);
+    MoveWeekViewBar(layout, 5000, layout.Height);
     EXPECT_EQ(layout.WeekViewSize, 2230);
     ResizeControlWindow(layout, 12000, 9230, true);
     EXPECT_EQ(layout.SplitterTop, 7000);
-    EXPECT_EQ(layout.WeekViewSize, 2230);
     ResizeControlWindow(layout, 12000, 8000, false);
     EXPECT_EQ(layout.SplitterTop, 7000) << "hidden, it keeps its place";
     EXPECT_EQ(layout.Height, 8000);
+}
+
+TEST(ControlLayout, AMaximizedWindowShowsTheWeekViewAtItsHeight) {
+    ControlLayout layout;
+    GrowForWeekView(layout, true); // 7230 high, the bar at 5335
+    EXPECT_EQ(WeekViewBarTop(layout, 7230), 5335);
+    EXPECT_EQ(WeekViewBarTop(layout, 15000), 15000 - (7230 - 5335));
+    MoveWeekViewBar(layout, 12000, 15000);
+    EXPECT_EQ(layout.WeekViewSize, 3000);
+    EXPECT_EQ(layout.SplitterTop, 7230 - 3000) << "as it will stand in the window's own size";
+    EXPECT_EQ(WeekViewBarTop(layout, 15000), 12000);
+    MoveWeekViewBar(layout, 100, 15000);
+    EXPECT_EQ(layout.SplitterTop, 400);
 }
 
 TEST(ControlLayout, PercentsAndPixels) {
     EXPECT_EQ(FirstOfTwo(50, 301), 151);
     EXPECT_EQ(FirstOfTwo(-20, 300), 0);
     EXPECT_EQ(FirstOfTwo(32767, 300), 300);
-    EXPECT_EQ(PercentOfTwo(100, 300), 33);
+    EXPECT_EQ(PercentOfTwo(75, 300), 25);
     EXPECT_EQ(PercentOfTwo(100, 0), 0);
-    for (int percent = 0; percent <= 100; ++percent)
-        EXPECT_EQ(PercentOfTwo(FirstOfTwo(percent, 640), 640), percent);
+    for (int first = 0; first <= 641; ++first)
+        EXPECT_EQ(FirstOfTwo(PercentOfTwo(first, 641), 641), first) << "a bar doesn't creep";
 }
