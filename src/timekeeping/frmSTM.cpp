@@ -245,7 +245,7 @@ void frmSTM::layOut() {
     m_list->setVisible(layout.QuickViewShowing || layout.BreakDownShowing);
     m_chartArea->setVisible(GraphShowing);
     lvwWeekView->setVisible(WeekViewShowing);
-    if (!m_guarded && GrowForWeekView(Control().layout, WeekViewShowing))
+    if (!m_guarded && hasOwnSize() && GrowForWeekView(Control().layout, WeekViewShowing))
         takeWantedSize();
     for (BarSplitter* bar : {splitter, Splitter2, Splitter1})
         bar->place();
@@ -257,8 +257,6 @@ bool frmSTM::hasOwnSize() const {
 }
 
 void frmSTM::takeWantedSize() {
-    if (!hasOwnSize())
-        return;
     const QScopedValueRollback guard(m_guarded, true);
     const ControlLayout& layout = Control().layout;
     const QSize wanted(theme::FromTwips(layout.Width), theme::FromTwips(layout.Height));
@@ -287,13 +285,6 @@ void frmSTM::resizeEvent(QResizeEvent* event) {
     if (!m_guarded && isVisible() && hasOwnSize())
         ResizeControlWindow(Control().layout, theme::ToTwips(width()), theme::ToTwips(height()),
                             WeekViewShowing);
-}
-
-void frmSTM::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    // What grew or shrank meanwhile is made up for when the window has its own size again.
-    if (event->type() == QEvent::WindowStateChange && !m_guarded && hasOwnSize())
-        QTimer::singleShot(0, this, &frmSTM::takeWantedSize);
 }
 
 } // namespace kelvrane
