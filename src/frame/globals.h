@@ -4,6 +4,7 @@
 
 #include "platform/int16.h"
 
+#include <QDateTime>
 #include <QList>
 #include <QString>
 
@@ -58,6 +59,7 @@ struct Globals {
     Int16 LastFileStatus;          // result of the last settings write or day-file check
 
     cTimer* TMR = nullptr;         // the one counter; created and owned by the tray's hidden form
+    QDateTime LastTick;            // when the last minute tick was handled; invalid before the first
     bool DebugMode = false;        // start-up is traced
     bool DatabaseSelected = false;        // the database dialog accepted a path
     bool DatabaseSelectCancelled = false; // it was closed without one
@@ -102,6 +104,7 @@ inline auto& RecentProjects = globals.RecentProjects;
 inline auto& NoRecentProjects = globals.NoRecentProjects;
 inline auto& LastFileStatus = globals.LastFileStatus;
 inline auto& TMR = globals.TMR;
+inline auto& LastTick = globals.LastTick;
 inline auto& DebugMode = globals.DebugMode;
 inline auto& DatabaseSelected = globals.DatabaseSelected;
 inline auto& DatabaseSelectCancelled = globals.DatabaseSelectCancelled;

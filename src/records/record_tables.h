@@ -2,8 +2,8 @@
 // cursor carries meaning: the project on display, and that project's customer.
 //
 //     OpenProjectTable("ReadOnly");
-//     FindProjectRecord("Project_Name = 'Alpha'");
-//     name = ProjectRecords->text(1);
+//     ProjectRecords().find("Project_Name = 'Alpha'");
+//     name = ProjectRecords().text(1);
 //     CloseProjectTable();
 #pragma once
 
@@ -38,12 +38,17 @@ Recordset& CustomerRecords();
 inline bool ProjectRecordsOpen = false;
 
 /// Opens ProjectInfo of ProjectDatabase; "ReadOnly" read-only, any other mode for writing. While
-/// another opener holds the table, the new opener gets a set of its own and closing gives the former
-/// back. Count, when given, gets the number of rows. Raises DatabaseOpen, Sql.
+/// another opener holds the table, the new opener gets a set of its own and closing gives the
+/// former back. Count, when given, gets the number of rows. Raises DatabaseOpen, Sql: then nothing
+/// was opened, the former opener keeps its set, and there is nothing to close.
 void OpenProjectTable(const QString& mode, int* count = nullptr);
-/// Closes the set opened last; an error in a close is passed over.
+/// Closes the set opened last.
 void CloseProjectTable();
+/// Closes this set wherever it stands among the openers' sets; nothing when it isn't open. For an
+/// opener that stays while others come and go.
+void CloseProjectTable(const OpenTable* opened);
 void OpenCustomerTable(const QString& mode, int* count = nullptr);
 void CloseCustomerTable();
+void CloseCustomerTable(const OpenTable* opened);
 
 } // namespace kelvrane

@@ -15,8 +15,8 @@ struct ControlLayout {
     bool BreakDownShowing = true;
     bool QuickViewShowing = false;
     bool ControlPanelShowing = true;
-    int Splitter1Percent = 50;   ///< current project above, list below
-    int Splitter2Percent = 50;   ///< left column, chart
+    double Splitter1Percent = 50; ///< current project above, list below
+    double Splitter2Percent = 50; ///< left column, chart
     double Width = 9795;
     double Height = 5895;
     double SplitterTop = 5335;   ///< top of the bar over the week view

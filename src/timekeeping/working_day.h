@@ -14,12 +14,15 @@ namespace kelvrane {
 /// gives name and number, an empty one leaves the cursor where it is.
 void StartNewProject(const QString& criterion);
 /// Appends the entry and its six rows. Called by StartNewProject only.
-void AddDayEntry(const QString& projectName);
+void AddDayEntry(const QString& ProjectName);
 /// Moves the project table to the first record that matches. Finding nothing puts it back.
 void FindProjectRecord(const QString& criterion);
 /// Starts a project by name: fills PROJECT_NAME, opens the table, StartNewProject, closes it. Loads
 /// the day first when it isn't.
 void StartProjectByName(const QString& name);
+
+/// Puts PROJECT_NAME back on the running project, or empties it.
+void RestoreProjectName();
 
 /// Stops the entry at CurrentEntryIndex, saves the file, rolls up and compacts the history. Every
 /// step is passed over when it fails.
@@ -32,6 +35,8 @@ void StopDay();
 void QuitAndSaveDay();
 /// Flips the break state by the caption of the tray's break item. The word isn't read.
 void ModifySysTrayStatusHeading(const QString& Word);
+/// After a load during a break: the tray's item offers its end, and the status says so.
+void ShowBreakState();
 
 /// Refills the list from DayEntries and re-arms the running entry: 0, or 101 when none runs.
 Int16 FillBreakDownList();
@@ -41,8 +46,5 @@ void UpdateDayStatistics();
 void RefreshRunningEntry();
 /// Asks, then removes the entry (0-based) from the day, the file and today's history.
 void DeleteDayEntry(int index);
-
-/// Rebuilds NumProjects and the daily chart's data; "No Data" when there are no entries.
-void UpdateDailyChart();
 
 } // namespace kelvrane

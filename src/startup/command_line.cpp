@@ -1,0 +1,57 @@
+#include "startup/command_line.h"
+
+#include "frame/globals.h"
+#include "platform/ports.h"
+
+#include <QFileInfo>
+
+namespace kelvrane {
+
+CommandLine ParseCommandLine(const QString& Argument) {
+    if (Argument.isEmpty())
+        return {};
+    const QString forceUpdate = QStringLiteral("ForceUpdate");
+    QString clean = Argument;
+    clean.remove(QLatin1Char('"'));
+    // Only this test lowers the case: ".COL" is a collection too, "Debug" is unknown.
+    if (clean.right(4).toLower() == QLatin1String(".col"))
+        return {Command::LoadViewer, GetLongFileName(clean)};
+    if (clean.startsWith(forceUpdate)) {
+        const qsizetype length = Argument.size() - forceUpdate.size() - 1;
+        if (length < 0)
+            return {Command::Broken, {}};
+        return {Command::ForceUpdate, Argument.right(length)};
+    }
+    if (clean == QLatin1String("debug"))
+        return {Command::Debug, {}};
+    return {Command::Unknown, {}};
+}
+
+bool ProcessCommandLine(const QString& Argument) {
+    const CommandLine line = ParseCommandLine(Argument);
+    switch (line.command) {
+    case Command::LoadViewer:
+        MsgBox(QStringLiteral("Collections can't be viewed with this version of Kelvrane."),
+               QStringLiteral("Kelvrane"), BoxIcon::Information);
+        return true;
+    case Command::ForceUpdate:
+        ports.updates->check(false, true, line.operand);
+        return true;
+    case Command::Debug:
+        DebugMode = true;
+        return false;
+    case Command::None:
+    case Command::Broken:
+        return false;
+    case Command::Unknown:
+        return true;
+    }
+    return true;
+}
+
+QString GetLongFileName(const QString& Path) {
+    const QFileInfo file(Path);
+    return file.exists() ? file.canonicalFilePath() : QString();
+}
+
+} // namespace kelvrane

@@ -1,0 +1,176 @@
+#include "startup/main_program.h"
+
+#include "frame/error_report.h"
+#include "frame/globals.h"
+#include "frame/program_folder.h"
+#include "frame/settings.h"
+#include "frame/trace.h"
+#include "platform/ports.h"
+#include "platform/texts.h"
+#include "records/record_tables.h"
+#include "startup/command_line.h"
+#include "startup/first_run_data.h"
+#include "timekeeping/shut_down.h"
+#include "tray/hidden_form.h"
+
+namespace kelvrane {
+
+namespace {
+
+// Every setting that the start reads, in its order.
+struct TextSetting {
+    const char* name;
+    QString* value;
+    const QString* key;
+};
+struct NumberSetting {
+    const char* name;
+    Int16* value;
+};
+
+void readNumber(SkipErrors& step, const NumberSetting& setting) {
+    step([&] {
+        *setting.value = ToInt16(RegQueryValue(keys::Main, QString::fromLatin1(setting.name)));
+    });
+}
+
+void readSettings(SkipErrors& step) {
+    const NumberSetting numbers[] = {
+        {"ShowNumProjects", &ShowNumProjects},
+        {"EndOfDayTimeInterval", &EndOfDayTimeInterval},
+        {"AutoDayReminderValue", &AutoDayReminderValue},
+    };
+    const TextSetting texts[] = {
+        {"StopWorkTime", &StopWorkTime, &keys::Main},
+        {"StartWorkTime", &StartWorkTime, &keys::Main},
+        {"EndDayReminder", &EndDayReminder, &keys::Main},
+        {"ProjectDatabase", &ProjectDatabase, &keys::Main},
+        {"AutoStartDay", &AutoStartDay, &keys::Main},
+        {"AutoSave", &AutoSave, &keys::Main},
+        {"AutoDayReminder", &AutoDayReminder, &keys::Main},
+        {"StartOfWeek", &StartOfWeek, &keys::SpreadSheetInfo},
+        {"TimeIncrements", &TimeIncrements, &keys::SpreadSheetInfo},
+    };
+    for (const NumberSetting& setting : numbers)
+        readNumber(step, setting); // a missing number stays 0
+    for (const TextSetting& setting : texts)
+        *setting.value = RegQueryValue(*setting.key, QString::fromLatin1(setting.name));
+}
+
+bool historyExists() {
+    return ports.files->exists(InAppPath(QString::fromLatin1(files::DayHistory)));
+}
+
+void reportMissingHistory() {
+    MsgBox(QStringLiteral("The Day Information database (DayInfo.mdb) is missing.\r"
+                          "This file must be located in the '") +
+               AppPath() + QStringLiteral("' folder.\rPlease reinstall Kelvrane."),
+           QStringLiteral("Database Error"), BoxIcon::Stop);
+    UnloadAllForms();
+    ports.tray->removeIcon();
+    UnloadHiddenForm();
+}
+
+void createDatabaseList() {
+    const QString list = InAppPath(QString::fromLatin1(files::DatabaseList));
+    if (ports.files->exists(list))
+        return;
+    const QString line = QStringLiteral("Current User;") +
+                         InAppPath(QString::fromLatin1(files::DayHistory)) +
+                         QStringLiteral(";\r\n");
+    ports.files->writeAtomically(list, ToFileBytes(line));
+}
+
+/// False when the user gave up choosing a project database.
+bool verifyProjectDatabase() {
+    LogStep(QStringLiteral("Verifying Day Info Database location"));
+    try {
+        return ports.files->exists(ProjectDatabase) || DatabaseDialogLoop();
+    } catch (const RuntimeError& error) {
+        return error.number != errors::BadFileName || DatabaseDialogLoop();
+    }
+}
+
+} // namespace
+
+bool DatabaseDialogLoop() {
+    DatabaseSelected = false;
+    DatabaseSelectCancelled = false;
+    MsgBox(QStringLiteral("The Kelvrane database '") + ProjectDatabase +
+               QStringLiteral("' does not exist.  Please select a valid Kelvrane database location."),
+           QStringLiteral("Database Error"), BoxIcon::Stop);
+    while (!DatabaseSelected) {
+        const std::optional<QString> chosen =
+            ports.dialogs->openFile({.title = QStringLiteral("Database Location:"),
+                                     .folder = AppPath(),
+                                     .filter = QStringLiteral("Database Files ( *.mdb ) |*.mdb"),
+                                     .defaultExtension = QStringLiteral(".mdb")});
+        if (!chosen) {
+            DatabaseSelectCancelled = true;
+            return false;
+        }
+        ProjectDatabase = *chosen;
+        Guarded(QStringLiteral("GetDatabaseOptions"), [] {
+            OpenProjectTable(QStringLiteral("Optimistic"));
+            CloseProjectTable();
+            SaveRegText(ProjectDatabase, keys::Main, QStringLiteral("ProjectDatabase"));
+            DatabaseSelected = true;
+        });
+    }
+    return true;
+}
+
+StartResult Main(const QString& CommandText, bool previousInstance) {
+    SkipErrors step(QStringLiteral("Main"));
+    step([] { HiddenForm(); });
+    step([] { ports.updates->fetchUsageLog(); });
+    DebugMode = false;
+    if (!CommandText.isEmpty()) {
+        if (ProcessCommandLine(CommandText)) {
+            UnloadHiddenForm();
+            return StartResult::Ended;
+        }
+    } else if (previousInstance) {
+        MsgBox(QStringLiteral("Kelvrane is already open and running."),
+               QStringLiteral("Application already running"), BoxIcon::Exclamation);
+        UnloadHiddenForm();
+        return StartResult::Ended;
+    }
+    if (DebugMode)
+        step([] { ports.screens->show(Screen::frmDebugWindow); });
+    LogStep(QStringLiteral("Start DB Initialize"));
+    step([] { InitializeDayInfo(); });
+    LogStep(QStringLiteral("End DB Initialize"));
+    LogStep(QStringLiteral("Checking for update"));
+    step([] { ports.updates->check(false, false, {}); });
+    CounterMinutes = BreakMinutes = 0;
+    OnBreak = 0;
+    DayStopped = false;
+    LogStep(QStringLiteral("Getting Registry entries"));
+    readSettings(step);
+    if (!verifyProjectDatabase()) {
+        UnloadHiddenForm();
+        return StartResult::Ended;
+    }
+    if (!step.condition(historyExists)) {
+        reportMissingHistory();
+        return StartResult::Ended;
+    }
+    LogStep(QStringLiteral("Creating SSDBInfo.dat file"));
+    step([] { createDatabaseList(); });
+    LogStep(QStringLiteral("Verifying Recent File List"));
+    NoRecentProjects = RegQueryValue(keys::RecentInfo, QStringLiteral("File1")).isEmpty();
+    LogStep(QStringLiteral("Creating System Tray Icon"));
+    step([] { ports.tray->showIcon(); });
+    LogStep(QStringLiteral("Setting Global Chart Types"));
+    LogStep(QStringLiteral("Loading Control form"));
+    step([] { ports.screens->show(Screen::frmSTM); });
+    LogStep(QStringLiteral("Loading Tips"));
+    step([] { ports.screens->show(Screen::frmTip); });
+    SpreadsheetOpen = false;
+    DayCalendarOpen = false;
+    LogStep(QStringLiteral("Kelvrane load complete"));
+    return StartResult::Running;
+}
+
+} // namespace kelvrane

@@ -1,0 +1,401 @@
+#include "timekeeping/control_screen.h"
+
+#include "charts/chart_types.h"
+#include "frame/error_report.h"
+#include "frame/globals.h"
+#include "frame/help_topics.h"
+#include "frame/recent_projects.h"
+#include "frame/settings.h"
+#include "frame/status_text.h"
+#include "frame/trace.h"
+#include "platform/ports.h"
+#include "platform/texts.h"
+#include "records/record_tables.h"
+#include "records/selection_sinks.h"
+#include "timekeeping/break_down.h"
+#include "timekeeping/control_model.h"
+#include "timekeeping/daily_chart.h"
+#include "timekeeping/tray_state.h"
+#include "timekeeping/working_day.h"
+#include "timevalues/day_file.h"
+#include "timevalues/day_history.h"
+
+#include <algorithm>
+
+namespace kelvrane {
+
+namespace {
+
+constexpr int controlHelpTopic = 200;
+const QString section = QStringLiteral("SingleTimerView");
+const QString more = QStringLiteral("More ... ");
+const QString deleteItem = QStringLiteral("mnuSetDataDeleteProject");
+const QString modifyItem = QStringLiteral("mnuSetDataModifyTime");
+const QString separatorItem = QStringLiteral("mnuSetDataSep1");
+const QString notYet = QStringLiteral("This screen comes with a later version");
+
+// What the layout keys hold, as text in the section store.
+struct BooleanKey {
+    const char* key;
+    bool* value;
+    bool fallback;
+};
+struct NumberKey {
+    const char* key;
+    double* value;
+    double fallback;
+};
+
+QList<BooleanKey> booleanKeys(ControlLayout& layout) {
+    return {{"bBreakDownShowing", &layout.BreakDownShowing, true},
+            {"bQuickViewShowing", &layout.QuickViewShowing, false},
+            {"bGraphShowing", &GraphShowing, true},
+            {"bWeekVeiwShowing", &WeekViewShowing, false},
+            {"bControlPanelShowing", &layout.ControlPanelShowing, true}};
+}
+
+QList<NumberKey> numberKeys(ControlLayout& layout) {
+    return {{"iLastSplitter1Pos", &layout.Splitter1Percent, 50},
+            {"iLastSplitter2Pos", &layout.Splitter2Percent, 50},
+            {"iLastMeWidth", &layout.Width, 9795},
+            {"iLastMeHeight", &layout.Height, 5895},
+            {"SplitterTop", &layout.SplitterTop, 5335},
+            {"fLastSizePercent", &layout.WeekViewSize, 3000}};
+}
+
+void readLayout() {
+    ControlLayout& layout = Control().layout;
+    for (const BooleanKey& row : booleanKeys(layout)) {
+        const QString text = ports.settings->section(section, QString::fromLatin1(row.key),
+                                                     BooleanText(row.fallback));
+        *row.value = text == BooleanText(true) ? true
+                     : text == BooleanText(false) ? false
+                                                  : row.fallback;
+    }
+    for (const NumberKey& row : numberKeys(layout)) {
+        const QString text =
+            ports.settings->section(section, QString::fromLatin1(row.key), QString());
+        constexpr double farOut = 1'000'000;
+        const double number = IsNumeric(text) ? ToDouble(text) : row.fallback;
+        *row.value = number >= 0 && number < farOut ? number : row.fallback;
+    }
+    const QString index =
+        ports.settings->section(section, QStringLiteral("ChartType"), QStringLiteral("0"));
+    const double number = IsNumeric(index) ? ToDouble(index) : 0;
+    ChartIndex = qint64(std::clamp(number, 0.0, double(ChartTypeCount - 1)));
+}
+
+// Launchers of the panel, and the screens that they open.
+struct Launcher {
+    const char* key;
+    Screen screen;
+};
+constexpr Launcher launchers[] = {
+    {"GRAPHSCREEN", Screen::frmChart},  {"SPREADSHEETSCREEN", Screen::frmSpreadsheet},
+    {"DATABASE", Screen::frmDataBase},  {"OPTIONS", Screen::frmOptions},
+    {"DAYINFO", Screen::frmDayInfo},
+};
+
+void enableLaunchers() {
+    KeyedItems& panel = Control().smuiPanelLaunch;
+    for (const Launcher& launcher : launchers) {
+        const QString key = QString::fromLatin1(launcher.key);
+        const bool exists = ports.screens->exists(launcher.screen);
+        panel.setEnabled(key, exists);
+        if (!exists)
+            panel.setToolTip(key, notYet);
+    }
+    if (!ports.screens->exists(Screen::frmModify)) {
+        Control().mnuSetData.setEnabled(modifyItem, false);
+        Control().mnuSetData.setToolTip(modifyItem, notYet);
+    }
+}
+
+void showControlPanel() {
+    const bool showing = Control().layout.ControlPanelShowing;
+    KeyedItems& bar = Control().smuiTimeCtrl;
+    const QString key = QStringLiteral("CONTROLPANEL");
+    bar.setImage(key, showing ? QStringLiteral("left1") : QStringLiteral("right1"));
+    bar.setCaption(key, showing ? QStringLiteral("Control Panel       ") : QString());
+}
+
+/// The only digit that counts for a delete is the key's last one; entries from 10 on delete the
+/// entry of their last digit. It stays so.
+int deleteIndex() {
+    const int index = SelectedEntryKey.isEmpty() ? -1 : SelectedEntryKey.back().digitValue();
+    return std::max(index, 0);
+}
+
+void tellDamagedDay(const RuntimeError& error) {
+    ports.tray->notify(
+        QStringLiteral("Part of today's file could not be read"),
+        error.description +
+            QStringLiteral(". What could be read is loaded; the file as it was is kept beside it."));
+}
+
+void loadDay() {
+    try {
+        LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries);
+    } catch (const RuntimeError& error) {
+        tellDamagedDay(error);
+        throw;
+    }
+}
+
+} // namespace
+
+void LoadControlScreen() {
+    SkipErrors step(QStringLiteral("frmSTM_Load"));
+    ControlModel& control = Control();
+    control.loaded = true;
+    QString runningName;
+    QString runningNumber;
+    step([] { enableLaunchers(); });
+    LogStep(QStringLiteral("  Getting Control Screen Variables"));
+    step([] { readLayout(); });
+    step([] { showControlPanel(); });
+    LogStep(QStringLiteral("  Loading Current Day's information"));
+    step([] { loadDay(); });
+    LogStep(QStringLiteral("  Configuring Display"));
+    const ControlLayout layout = control.layout;
+    step([] { ShowGraph(GraphShowing, false); });
+    step([] { ShowWeekView(WeekViewShowing, false); });
+    step([&] { ShowBreakDown(layout.BreakDownShowing, false); });
+    step([&] { ShowQuickView(layout.QuickViewShowing, false); });
+    ControlScreenLoaded = true;
+    control.smuiBreakDown.clear();
+    if (FillBreakDownList() == status::Done)
+        step([&] {
+            runningName = At(DayEntries, CurrentEntryIndex).ProjectName;
+            runningNumber = DayEntries[CurrentEntryIndex].ProjectNumber;
+        });
+    step([] { UpdateDayStatistics(); });
+    if (OnBreak == 1)
+        step([] { ShowBreakState(); });
+    if (CurrentEntryIndex == -1)
+        DayStopped = true;
+    LogStep(QStringLiteral("  Loading recent file list"));
+    step([&] { FillRecentProjectList(runningName, runningNumber); });
+    LogStep(QStringLiteral("  Setting up list view"));
+    step([] { SetLVWColumnHeaders(); });
+    step([] { FillWeekView(); });
+    step([] { AddDataToDayInfoDataBase(); });
+    step([] { RefreshTrayState(); });
+    emit control.LayoutChanged();
+}
+
+void EnsureControlScreenLoaded() {
+    if (!Control().loaded)
+        LoadControlScreen();
+}
+
+void SaveControlLayout() {
+    ControlLayout& layout = Control().layout;
+    SettingsStore& store = *ports.settings;
+    store.beginChanges();
+    for (const BooleanKey& row : booleanKeys(layout))
+        store.setSection(section, QString::fromLatin1(row.key), BooleanText(*row.value));
+    for (const NumberKey& row : numberKeys(layout))
+        store.setSection(section, QString::fromLatin1(row.key), SingleText(float(*row.value)));
+    store.setSection(section, QStringLiteral("ChartType"), QString::number(ChartIndex));
+    store.endChanges();
+}
+
+void UnloadControlScreen() {
+    SaveControlLayout();
+    Control().loaded = false;
+}
+
+void FillRecentProjectList(const QString& name, const QString& number) {
+    KeyedItems& fields = Control().smuiProjectStatus;
+    const QString list = QStringLiteral("PROJECT_NAME");
+    if (LoadRecentProjects(ShowNumProjects) != status::Done || RecentProjects.isEmpty()) {
+        fields.setChoices(list, {more});
+        return;
+    }
+    fields.setChoices(list, QStringList(RecentProjects) << more);
+    fields.setValue(list, name);
+    fields.setValue(QStringLiteral("PROJECT_NUM"), number);
+    StatusHeading = name;
+    SetStatusText(StatusHeading);
+}
+
+void ChooseProject(int place, const QString& value) {
+    const bool isProject =
+        !NoRecentProjects && !RecentProjects.isEmpty() && place < RecentProjects.size();
+    if (isProject)
+        StartProjectByName(value);
+    else
+        ports.screens->show(Screen::frmDataBase);
+}
+
+void TimeCtrlClick(const QString& key) {
+    struct Command {
+        const char* key;
+        void (*run)();
+    };
+    static constexpr Command commands[] = {
+        {"CONTROLPANEL",
+         [] {
+             bool& showing = Control().layout.ControlPanelShowing;
+             showing = !showing;
+             showControlPanel();
+             emit Control().LayoutChanged();
+         }},
+        {"STOP", StopDay},
+        {"BREAK",
+         [] {
+             if (EntryRunning())
+                 ModifySysTrayStatusHeading(QStringLiteral("Break"));
+         }},
+        {"QUITANDSAVE", QuitAndSaveDay},
+        {"HELP", [] { ShowHelpTopic(controlHelpTopic); }},
+    };
+    SkipErrors step(QStringLiteral("smuiTimeCtrl_Click"));
+    for (const Command& command : commands)
+        if (key == QLatin1String(command.key))
+            step(command.run);
+}
+
+void PanelClick(const QString& key) {
+    const ControlLayout& layout = Control().layout;
+    if (key == QLatin1String("BREAKDOWN"))
+        ShowBreakDown(!layout.BreakDownShowing, true);
+    else if (key == QLatin1String("QUICKVIEW"))
+        ShowQuickView(!layout.QuickViewShowing, true);
+    else if (key == QLatin1String("GRAPH"))
+        ShowGraph(!GraphShowing, true);
+    else if (key == QLatin1String("WEEKVIEW"))
+        ShowWeekView(!WeekViewShowing, true);
+    for (const Launcher& launcher : launchers)
+        if (key == QLatin1String(launcher.key))
+            ports.screens->show(launcher.screen);
+}
+
+void ShowBreakDown(bool showing, bool layOut) {
+    ControlLayout& layout = Control().layout;
+    layout.BreakDownShowing = showing;
+    KeyedItems& panel = Control().smuiPanelLayout;
+    panel.setTicked(QStringLiteral("BREAKDOWN"), showing);
+    if (showing) {
+        layout.QuickViewShowing = false;
+        panel.setTicked(QStringLiteral("QUICKVIEW"), false);
+    }
+    if (layOut)
+        emit Control().LayoutChanged();
+}
+
+void ShowQuickView(bool showing, bool layOut) {
+    ControlLayout& layout = Control().layout;
+    layout.QuickViewShowing = showing;
+    KeyedItems& panel = Control().smuiPanelLayout;
+    panel.setTicked(QStringLiteral("QUICKVIEW"), showing);
+    if (showing) {
+        layout.BreakDownShowing = false;
+        panel.setTicked(QStringLiteral("BREAKDOWN"), false);
+    }
+    if (layOut)
+        emit Control().LayoutChanged();
+}
+
+void ShowGraph(bool showing, bool layOut) {
+    GraphShowing = showing;
+    if (showing)
+        UpdateDailyChart();
+    Control().smuiPanelLayout.setTicked(QStringLiteral("GRAPH"), showing);
+    if (layOut)
+        emit Control().LayoutChanged();
+}
+
+void ShowWeekView(bool showing, bool layOut) {
+    WeekViewShowing = showing;
+    Control().smuiPanelLayout.setTicked(QStringLiteral("WEEKVIEW"), showing);
+    if (layOut)
+        emit Control().LayoutChanged();
+    if (showing && layOut) { // the load fills the view itself, at its end
+        SetLVWColumnHeaders();
+        FillWeekView();
+    }
+}
+
+void BreakDownSelect(const QString& key) {
+    if (key.isEmpty())
+        return;
+    SelectedEntryKey = key;
+    const int index = BreakDownIndex(key);
+    const QString project =
+        index >= 0 && index < DayEntries.size() ? DayEntries[index].ProjectName : QString();
+    KeyedItems& menu = Control().mnuSetData;
+    menu.setCaption(modifyItem, QStringLiteral("Modify ") + project);
+    const bool offered = deleteIndex() != 0;
+    if (offered)
+        menu.setCaption(deleteItem, QStringLiteral(" ** Delete ") + project + QStringLiteral(" **"));
+    menu.setVisible(deleteItem, offered);
+    menu.setVisible(separatorItem, offered);
+}
+
+void SetDataClick(const QString& key) {
+    if (key == modifyItem && ports.screens->exists(Screen::frmModify)) {
+        ModifyOpen = true;
+        ports.screens->show(Screen::frmModify);
+    } else if (key == deleteItem) {
+        DeleteDayEntry(deleteIndex());
+    }
+}
+
+void NextGraphType() {
+    ChartIndex = (ChartIndex + 1) % ChartTypeCount;
+    ApplyChartType();
+}
+
+void PreviousGraphType() {
+    ChartIndex = (ChartIndex + ChartTypeCount - 1) % ChartTypeCount;
+    ApplyChartType();
+}
+
+namespace {
+
+/// A project chosen in the Database Manager becomes the day's.
+void takeSelection(const QString& name, const QString& number) {
+    EnsureControlScreenLoaded();
+    AddRecentProject(name);
+    FillRecentProjectList(name, number);
+    StartNewProject(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
+}
+
+/// The manager closed without a choice. A control screen that isn't on view is unloaded with it.
+void undoSelection() {
+    if (ports.screens->isVisible(Screen::frmSTM))
+        RestoreProjectName();
+    else
+        ports.screens->unload(Screen::frmSTM);
+}
+
+} // namespace
+
+void WireControlScreen() {
+    ControlModel& control = Control();
+    QObject::connect(&control.smuiTimeCtrl, &KeyedItems::Clicked, &control, [](const QString& key) {
+        Guarded(QStringLiteral("smuiTimeCtrl_Click"), [&] { TimeCtrlClick(key); });
+    });
+    QObject::connect(&control.smuiProjectStatus, &KeyedItems::Chosen, &control,
+                     [](const QString& /*key*/, int place, const QString& value) {
+                         Guarded(QStringLiteral("smuiProjectStatus_Change"),
+                                 [&] { ChooseProject(place, value); });
+                     });
+    for (KeyedItems* panel : {&control.smuiPanelLayout, &control.smuiPanelLaunch})
+        QObject::connect(panel, &KeyedItems::Clicked, &control, [](const QString& key) {
+            Guarded(QStringLiteral("smuiPanel_Click"), [&] { PanelClick(key); });
+        });
+    QObject::connect(&control.smuiBreakDown, &KeyedItems::Selected, &control,
+                     [](const QString& key) {
+                         Guarded(QStringLiteral("smuiBreakDown_Click"),
+                                 [&] { BreakDownSelect(key); });
+                     });
+    QObject::connect(&control.mnuSetData, &KeyedItems::Clicked, &control, [](const QString& key) {
+        Guarded(QStringLiteral("mnuSetData_Click"), [&] { SetDataClick(key); });
+    });
+    selectionSinks.day = {takeSelection, undoSelection};
+}
+
+} // namespace kelvrane

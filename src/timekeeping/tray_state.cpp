@@ -1,0 +1,38 @@
+#include "timekeeping/tray_state.h"
+
+#include "frame/globals.h"
+#include "platform/skip_errors.h"
+#include "timekeeping/working_day.h"
+#include "timevalues/time_values.h"
+
+namespace kelvrane {
+
+DayState CurrentDayState() {
+    if (!EntryRunning())
+        return DayState::Stopped;
+    return OnBreak == 1 ? DayState::OnBreak : DayState::Running;
+}
+
+QString TrayToolTip() {
+    int minutes = 0;
+    SkipErrors each(QStringLiteral("TrayToolTip"));
+    for (const DayEntry& entry : DayEntries)
+        each([&] { minutes += ToMinutes(entry.TotalTime) - ToMinutes(entry.BreakTime); });
+    QString today;
+    each([&] { today = MinutesToText(minutes); });
+    QString project = QStringLiteral("No project running");
+    if (EntryRunning()) {
+        const DayEntry& entry = DayEntries[CurrentEntryIndex];
+        project = entry.ProjectName + QStringLiteral(" - ") + entry.TotalTime;
+        if (OnBreak == 1)
+            project += QStringLiteral(" - On Break");
+    }
+    return QStringLiteral("Kelvrane\n") + project + QStringLiteral("\nWorked today: ") + today;
+}
+
+void RefreshTrayState() {
+    if (ports.tray)
+        ports.tray->setState(CurrentDayState(), TrayToolTip());
+}
+
+} // namespace kelvrane

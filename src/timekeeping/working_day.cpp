@@ -1,0 +1,328 @@
+#include "timekeeping/working_day.h"
+
+#include "frame/globals.h"
+#include "frame/program_folder.h"
+#include "frame/settings.h"
+#include "frame/status_text.h"
+#include "frame/tray_menus.h"
+#include "platform/ports.h"
+#include "platform/skip_errors.h"
+#include "platform/texts.h"
+#include "records/record_tables.h"
+#include "timekeeping/break_down.h"
+#include "timekeeping/control_model.h"
+#include "timekeeping/control_screen.h"
+#include "timekeeping/daily_chart.h"
+#include "timekeeping/shut_down.h"
+#include "timekeeping/tray_state.h"
+#include "timevalues/counter.h"
+#include "timevalues/day_file.h"
+#include "timevalues/day_history.h"
+#include "timevalues/time_values.h"
+
+namespace kelvrane {
+
+namespace {
+
+const QString projectName = QStringLiteral("PROJECT_NAME");
+const QString projectNumber = QStringLiteral("PROJECT_NUM");
+const QString startTime = QStringLiteral("START TIME");
+const QString breakTime = QStringLiteral("BREAK TIME");
+const QString totalTime = QStringLiteral("TOTAL TIME");
+const QString onBreakMark = QStringLiteral(" - On Break");
+const QString offersBreak = QStringLiteral("On Break");
+const QString offersEnd = QStringLiteral("Off Break");
+
+cTimer& counter() {
+    if (!TMR)
+        Raise(errors::NoObject);
+    return *TMR;
+}
+
+QString nowAsClockText() {
+    return ClockText(ports.clock->time());
+}
+
+void setStatusFields(const DayEntry& entry) {
+    KeyedItems& fields = Control().smuiProjectStatus;
+    fields.setValue(projectName, entry.ProjectName);
+    fields.setValue(projectNumber, entry.ProjectNumber);
+    fields.setValue(startTime, entry.StartTime);
+    fields.setValue(breakTime, entry.BreakTime);
+    fields.setValue(totalTime, entry.TotalTime);
+}
+
+/// The stop of the running entry is the start of the next, to the minute.
+void stampRunningEntry(const QString& now) {
+    if (BreakDownEntryCount() == 0 || CurrentEntryIndex < 0)
+        return;
+    KeyedItems& list = Control().smuiBreakDown;
+    const QString key = BreakDownKey(EntryRow::StopTime, CurrentEntryIndex);
+    if (!list.value(key).isEmpty())
+        return;
+    At(DayEntries, CurrentEntryIndex).StopTime = now;
+    list.setValue(key, now);
+}
+
+void refreshViews() {
+    if (GraphShowing)
+        UpdateDailyChart();
+    if (WeekViewShowing)
+        FillWeekView();
+}
+
+} // namespace
+
+void StartNewProject(const QString& criterion) {
+    // The record is read before the day is touched: a table without records changes nothing.
+    FindProjectRecord(criterion);
+    const QString number = ProjectRecords().text(project_column::Number);
+    if (DayEntries.isEmpty())
+        Control().smuiBreakDown.clear(); // rows of a day that was dropped at midnight
+    DayStopped = false;
+    const QString now = nowAsClockText();
+    stampRunningEntry(now);
+    KeyedItems& fields = Control().smuiProjectStatus;
+    const QString name = fields.value(projectName);
+    setStatusFields({name, number, now, {}, MinutesToText(0), MinutesToText(0)});
+    counter().ResetTimer();
+    counter().StartCounting();
+    BreakMinutes = 0;
+    AddDayEntry(name);
+    SaveDayFile();
+    StatusHeading = name;
+    SetStatusText(StatusHeading);
+    AddDataToDayInfoDataBase();
+    refreshViews();
+    OnBreak = 0; // the tray's break item keeps its caption; the next break command turns it back
+    UpdateDayStatistics();
+    RefreshTrayState();
+}
+
+void AddDayEntry(const QString& ProjectName) {
+    const QString now = nowAsClockText();
+    const int count = BreakDownEntryCount();
+    int index = 0;
+    // A name that equals the number of an earlier entry cuts the list back to that place.
+    while (index < count && At(DayEntries, index).ProjectNumber != ProjectName)
+        ++index;
+    CurrentEntryIndex = index;
+    const DayEntry entry{ProjectRecords().text(project_column::Name),
+                         ProjectRecords().text(project_column::Number),
+                         now,
+                         {},
+                         MinutesToText(0),
+                         MinutesToText(0)};
+    CutBreakDown(index);
+    AppendBreakDown(entry, index);
+    DayEntries.resize(index);
+    DayEntries.append(entry);
+    counter().SetTimerMinuteOffset(0);
+    counter().SetTimerHourOffset(0);
+    UpdateDailyChart();
+}
+
+void FindProjectRecord(const QString& criterion) {
+    if (criterion.isEmpty())
+        return;
+    Recordset& records = ProjectRecords();
+    if (records.isEmpty())
+        return;
+    const int before = records.position();
+    records.moveFirst();
+    records.find(criterion);
+    if (!records.atEnd())
+        return;
+    if (before >= 1)
+        records.setPosition(before);
+    else
+        records.moveFirst();
+}
+
+void StartProjectByName(const QString& name) {
+    EnsureControlScreenLoaded();
+    KeyedItems& fields = Control().smuiProjectStatus;
+    const qsizetype entries = DayEntries.size();
+    fields.setValue(projectName, name);
+    try {
+        OpenProjectTable(QStringLiteral("ReadOnly"));
+        StartNewProject(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
+    } catch (...) {
+        CloseProjectTable();
+        if (DayEntries.size() == entries)
+            RestoreProjectName();
+        throw;
+    }
+    CloseProjectTable();
+}
+
+void RestoreProjectName() {
+    Control().smuiProjectStatus.setValue(
+        projectName, EntryRunning() ? DayEntries[CurrentEntryIndex].ProjectName : QString());
+}
+
+bool EntryRunning() {
+    return CurrentEntryIndex >= 0 && CurrentEntryIndex < DayEntries.size() &&
+           DayEntries[CurrentEntryIndex].StopTime.isEmpty();
+}
+
+void StopCurrentEntry() {
+    SkipErrors step(QStringLiteral("StopCurrentEntry"));
+    StatusHeading.clear();
+    const QString now = nowAsClockText();
+    if (ControlScreenLoaded) {
+        step([&] {
+            Control().smuiBreakDown.setValue(BreakDownKey(EntryRow::StopTime, CurrentEntryIndex),
+                                             now);
+        });
+        step([] { setStatusFields({}); });
+        step([] { SetStatusText(StatusHeading); });
+    }
+    step([&] { At(DayEntries, CurrentEntryIndex).StopTime = now; });
+    step([] { SaveDayFile(); });
+    step([] { AddDataToDayInfoDataBase(); });
+    step([] { CompactDatabaseFile(AppPath(), QStringLiteral("DayInfo"), true); });
+    step([] { RefreshTrayState(); });
+}
+
+void StopDay() {
+    if (!EntryRunning())
+        return;
+    StopCurrentEntry();
+    DayStopped = true;
+    RefreshTrayState();
+}
+
+void QuitAndSaveDay() {
+    if (EntryRunning())
+        StopCurrentEntry();
+    DayStopped = true;
+    UnloadAllForms();
+    RefreshTrayState();
+}
+
+void ModifySysTrayStatusHeading(const QString& /*Word*/) {
+    KeyedItems& menu = Menus().mnuSysTray;
+    const QString item = QString::fromLatin1(tray_items::Break);
+    if (menu.item(item).caption == offersBreak) {
+        menu.setCaption(item, offersEnd);
+        OnBreak = 1;
+        StatusHeading = Status().text() + onBreakMark;
+    } else {
+        menu.setCaption(item, offersBreak);
+        OnBreak = 0;
+        StatusHeading.remove(onBreakMark);
+    }
+    SetStatusText(StatusHeading);
+    RefreshTrayState();
+}
+
+void ShowBreakState() {
+    Menus().mnuSysTray.setCaption(QString::fromLatin1(tray_items::Break), offersEnd);
+    StatusHeading = Status().text() + onBreakMark;
+    SetStatusText(StatusHeading);
+}
+
+Int16 FillBreakDownList() {
+    SkipErrors guard(QStringLiteral("FillBreakDownList"));
+    Int16 result = status::NoRunningEntry;
+    guard([&] {
+        CurrentEntryIndex = qint64(DayEntries.size()) - 1;
+        qsizetype open = 0;
+        while (open < DayEntries.size() && !DayEntries[open].StopTime.isEmpty())
+            ++open;
+        for (qsizetype i = 0; i < DayEntries.size(); ++i)
+            if (i != open)
+                AppendBreakDown(DayEntries[i], int(i));
+        if (open == DayEntries.size()) {
+            CurrentEntryIndex = -1;
+            return;
+        }
+        DayEntry& entry = DayEntries[CurrentEntryIndex];
+        BreakMinutes = ToMinutes(entry.BreakTime);
+        const Int16 elapsed = ToMinutes(nowAsClockText()) - ToMinutes(entry.StartTime);
+        entry.TotalTime = MinutesToText(elapsed);
+        entry.BreakTime = MinutesToText(BreakMinutes);
+        AppendBreakDown(entry, CurrentEntryIndex);
+        const auto [hours, minutes] = ToHoursAndMinutes({}, elapsed);
+        counter().SetTimerMinuteOffset(minutes);
+        counter().SetTimerHourOffset(hours);
+        setStatusFields(entry);
+        result = status::Done;
+    });
+    return result;
+}
+
+void UpdateDayStatistics() {
+    TotalBreakMinutes = TotalWorkMinutes = TotalOverallMinutes = 0;
+    for (int i = 0; i <= CurrentEntryIndex; ++i) {
+        TotalOverallMinutes += ToMinutes(At(DayEntries, i).TotalTime);
+        TotalBreakMinutes += ToMinutes(DayEntries[i].BreakTime);
+    }
+    TotalWorkMinutes = TotalOverallMinutes - TotalBreakMinutes;
+    struct Row {
+        const char* key;
+        const char* caption;
+        QString value;
+    };
+    const Row rows[] = {
+        {"NUMCHANGES", "Number of Changes:\t", QString::number(CurrentEntryIndex + 1)},
+        {"NUMPROJECTS", "Number of Projects:\t", QString::number(NumProjects)},
+        {"T_WORK_TIME", "Total Work Time:\t", MinutesToText(TotalWorkMinutes)},
+        {"T_BREAK_TIME", "Total Break Time:\t", MinutesToText(TotalBreakMinutes)},
+        {"T_OVERALL_TIME", "Total Overall Time:\t", MinutesToText(TotalOverallMinutes)},
+    };
+    QList<KeyedItem> items;
+    for (const Row& row : rows)
+        items.append({.key = QString::fromLatin1(row.key),
+                      .caption = QString::fromLatin1(row.caption),
+                      .value = row.value});
+    Control().smuiQuickView.refill(items);
+}
+
+void RefreshRunningEntry() {
+    SkipErrors step(QStringLiteral("TMR_Minute"));
+    step([] { CounterMinutes = counter().TotalHours() * 60 + counter().TotalMinutes(); });
+    if (OnBreak == 1)
+        step([] { BreakMinutes += 1; });
+    if (!ControlScreenLoaded || CurrentEntryIndex < 0 || DayStopped)
+        return;
+    step([] {
+        DayEntry& entry = At(DayEntries, CurrentEntryIndex);
+        entry.TotalTime = MinutesToText(CounterMinutes);
+        entry.BreakTime = MinutesToText(BreakMinutes);
+        KeyedItems& fields = Control().smuiProjectStatus;
+        fields.setValue(totalTime, entry.TotalTime);
+        fields.setValue(breakTime, entry.BreakTime);
+        KeyedItems& list = Control().smuiBreakDown;
+        list.setValue(BreakDownKey(EntryRow::TotalTime, CurrentEntryIndex), entry.TotalTime);
+        list.setValue(BreakDownKey(EntryRow::BreakTime, CurrentEntryIndex), entry.BreakTime);
+    });
+    if (GraphShowing)
+        step([] { UpdateDailyChart(); });
+    step([] { UpdateDayStatistics(); });
+    step([] { FillWeekView(); });
+}
+
+void DeleteDayEntry(int index) {
+    if (MsgBox(QStringLiteral("Delete this project?"), QStringLiteral("Delete project?"),
+               BoxIcon::Question, BoxButtons::OkCancel) != BoxAnswer::Ok)
+        return;
+    SkipErrors step(QStringLiteral("mnuSetDataDeleteProject_Click"));
+    QString removed;
+    step([&] {
+        removed = At(DayEntries, index).ProjectName;
+        DayEntries.removeAt(index);
+    });
+    step([] { SaveDayFile(); });
+    step([] { LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries); });
+    step([&] { DeleteSpecificProjectFromDB(removed); });
+    step([] { AddDataToDayInfoDataBase(); });
+    step([] { Control().smuiBreakDown.clear(); });
+    step([] { FillBreakDownList(); });
+    step([] { UpdateDailyChart(); });
+    step([] { FillWeekView(); });
+    step([] { RefreshTrayState(); });
+}
+
+} // namespace kelvrane

@@ -1,0 +1,98 @@
+#include "tray/minute_tick.h"
+
+#include "frame/globals.h"
+#include "platform/ports.h"
+#include "platform/skip_errors.h"
+#include "platform/texts.h"
+#include "timekeeping/control_model.h"
+#include "timekeeping/tray_state.h"
+#include "timekeeping/working_day.h"
+#include "timevalues/day_file.h"
+#include "timevalues/day_history.h"
+#include "timevalues/time_values.h"
+#include "tray/time_rules.h"
+
+#include <QScopedValueRollback>
+
+namespace kelvrane {
+
+namespace {
+
+constexpr int lastMinute = 1439;  // 11:59 PM
+constexpr int changeMinute = 1;   // 12:01 AM
+constexpr qint64 sleepSeconds = 600;
+
+/// The running entry as the first one of the new date.
+void carryOverMidnight() {
+    const DayEntry running = At(DayEntries, CurrentEntryIndex);
+    DayEntries = {{running.ProjectName, running.ProjectNumber, QStringLiteral("12:00 AM"), {},
+                   MinutesToText(0), MinutesToText(1)}};
+    CurrentEntryIndex = 0;
+}
+
+/// Yesterday's totals as the last tick left them, then the change that was slept through.
+void catchUp(const QDateTime& lastTick) {
+    SkipErrors step(QStringLiteral("TMR_Minute"));
+    if (!DayStopped)
+        step([&] { RollUpDay(lastTick.date()); });
+    step([] { ChangeOfDay(); });
+}
+
+void clockRules(Int16 now) {
+    SkipErrors step(QStringLiteral("TMR_Minute"));
+    step([&] { EndOfDayRule(now); });
+    if (now == lastMinute && !DayStopped)
+        step([] { AddDataToDayInfoDataBase(); });
+    if (now == changeMinute)
+        step([] { ChangeOfDay(); });
+    step([&] { AutoStartRule(now); });
+    step([&] { AutoSaveRule(now); });
+    step([&] { IntraDayReminderRule(now); });
+}
+
+} // namespace
+
+void TMR_Minute() {
+    static bool handling = false;
+    const QDateTime thisTick = ports.clock->now();
+    const QDateTime lastTick = LastTick;
+    const bool slept = Control().loaded && SleptOverMidnight(lastTick, thisTick);
+    if (!slept)
+        RefreshRunningEntry();
+    RefreshTrayState();
+    if (handling)
+        return;
+    const QScopedValueRollback<bool> guard(handling, true);
+    LastTick = thisTick;
+    const Int16 now = ToMinutes(SystemTimeText(thisTick.time()));
+    if (slept && now != changeMinute)
+        catchUp(lastTick);
+    if (ControlScreenLoaded || Control().loaded || DayStopped)
+        clockRules(now);
+    RefreshTrayState();
+}
+
+void ChangeOfDay() {
+    SkipErrors step(QStringLiteral("TMR_Minute"));
+    step([] { ports.updates->check(false, false, {}); });
+    if (DayStopped) {
+        step([] { LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries); });
+        CurrentEntryIndex = -1;
+        return;
+    }
+    if (!step.condition([] { return At(DayEntries, CurrentEntryIndex).StopTime.isEmpty(); }))
+        return; // stopped from the tray: the old file stays till the next read
+    carryOverMidnight();
+    step([] { SaveDayFile(); });
+    step([] { ports.screens->unload(Screen::frmSTM); });
+    Control().loaded = false;
+    step([] { LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries); });
+    step([] { ports.screens->show(Screen::frmSTM); });
+}
+
+bool SleptOverMidnight(const QDateTime& lastTick, const QDateTime& thisTick) {
+    return lastTick.isValid() && lastTick.secsTo(thisTick) > sleepSeconds &&
+           lastTick.date() != thisTick.date();
+}
+
+} // namespace kelvrane
