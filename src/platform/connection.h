@@ -1,6 +1,9 @@
 // A connection to one database file. Opening never creates a file and reads the schema at once, so
 // that a file that isn't a database is found out here.
 //
+// A database that another process keeps locked is an error after a quarter of a second, no freeze.
+// Record sets on a connection are gone before it is.
+//
 //     Connection connection(path);                  // raises DatabaseOpen
 //     Recordset rows(connection, "SELECT * FROM DayInfo WHERE Date = #3/14/2002#");
 #pragma once
@@ -8,8 +11,10 @@
 #include <QHash>
 #include <QList>
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QString>
-#include <QVariant>
+
+#include <map>
 
 namespace kelvrane {
 
@@ -19,6 +24,7 @@ struct Column {
     QString name;
     ColumnType type;
     bool isKey; ///< the table's own integer key
+    bool allowsNull = true;
 };
 
 class Connection {
@@ -38,20 +44,35 @@ class Connection {
 
     /// Between begin and commit all writes are one transaction. Leaving the connection without a
     /// commit keeps what was written so far: the open transaction is committed on destruction.
+    /// Beginning takes the write lock at once, so no statement in between can wait for it.
     void begin();
     void commit();
     void rollback();
+
+    /// A statement with ? for its values, prepared once for the connection's life. Reset it with
+    /// finish() after use. Raises Sql.
+    QSqlQuery& prepared(const QString& sql);
 
     QSqlDatabase& database() { return m_database; }
     const QString& path() const { return m_path; }
 
   private:
+    void open();
+    void close();
+
     QString m_path;
     QString m_name;
     QSqlDatabase m_database;
     QHash<QString, QList<Column>> m_columns;
+    std::map<QString, QSqlQuery> m_prepared;
     bool m_inTransaction = false;
 };
+
+/// Raises Sql with the text of the query's error.
+[[noreturn]] void RaiseSql(const QSqlQuery& query);
+
+/// A name between double quotes, as SQL wants it whatever it holds.
+QString QuotedName(const QString& name);
 
 /// Turns #m/d/yyyy# outside quotes into 'yyyy-mm-dd' and leaves all else as it is.
 QString WithStoredDates(const QString& sql);

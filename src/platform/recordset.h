@@ -40,13 +40,15 @@ class Recordset {
     bool atBeginning();
     /// After the last row; true for an empty set.
     bool atEnd();
+    /// Unknown also on a deleted row and for an empty set.
     int position();
     /// Goes to a 1-based position; raises NoCurrentRecord outside 1..count.
     void setPosition(int position);
     void moveFirst(); ///< no effect on an empty set's cursor; raises NoCurrentRecord there
     void moveLast();
-    void moveNext();     ///< from the last row: after the last; raises NoCurrentRecord from there
-    void movePrevious(); ///< from the first row: before the first; raises NoCurrentRecord from there
+    void moveNext(); ///< from the last row: after the last; raises NoCurrentRecord from there
+    void
+    movePrevious(); ///< from the first row: before the first; raises NoCurrentRecord from there
 
     /// Searches forward from the current row, that row included, for "Field = 'text'" (also
     /// "Field='text'" and #dates#). A miss goes after the last row. Numbers and dates compare by
@@ -62,12 +64,15 @@ class Recordset {
     QString text(int field);
     bool isNull(int field);
 
-    /// Starts a pending new row, which becomes the current one. A pending row or pending edits are
-    /// committed first.
+    // Only update() writes. Changes that pend are dropped by every move, find and addNew, as by
+    // cancelUpdate.
+
+    /// Starts a pending new row, which becomes the current one.
     void addNew();
     /// Changes a field of the current or pending row in memory, converted to the column's type;
     /// raises TypeMismatch when it can't be, PermissionDenied when read-only. An empty text in a
-    /// number or date column that allows it is null.
+    /// number, boolean or date column that allows it is null. The table's key can't be changed
+    /// (PermissionDenied). A value that is already there is no change.
     void setValue(const QString& field, const QVariant& value);
     bool hasPendingChanges() const;
     /// Writes pending changes; a new row gets its key and goes to the end. Nothing when none pend.
