@@ -130,6 +130,8 @@ void ScreenHost::retire(QWidget* widget) {
 
 /// Runs whenever an event loop has nothing left to do. Only in the outermost one is it certain that
 /// no code of a retired screen stands on the stack; a posted deletion would run in a nested one.
+/// While the program starts, the outermost loop may be that of a message box; the only screen on
+/// the stack is then one being made, and that isn't retired.
 void ScreenHost::sweep() {
     if (m_retired.isEmpty() || QThread::currentThread()->loopLevel() > 1)
         return;

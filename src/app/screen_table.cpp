@@ -1,5 +1,4 @@
-#include "app/screen_table.h"
-
+#include "app/screen_host.h"
 #include "frame/frmDebugWindow.h"
 #include "frame/trace.h"
 #include "timekeeping/control_screen.h"

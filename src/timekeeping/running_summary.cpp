@@ -1,8 +1,7 @@
 #include "timekeeping/running_summary.h"
 
-#include "frame/globals.h"
 #include "timekeeping/control_model.h"
-#include "timekeeping/working_day.h"
+#include "timekeeping/tray_state.h"
 #include "timevalues/time_values.h"
 
 #include <cstdlib>
@@ -44,8 +43,8 @@ QString ShortSpanText(const QString& span) {
 RunningSummary CurrentSummary() {
     RunningSummary summary;
     const ControlModel& control = Control();
-    if (EntryRunning()) {
-        summary.state = OnBreak == 1 ? DayState::OnBreak : DayState::Running;
+    summary.state = CurrentDayState();
+    if (summary.state != DayState::Stopped) {
         summary.project = ValueOf(control.smuiProjectStatus, QStringLiteral("PROJECT_NAME"));
         summary.total =
             ShortSpanText(ValueOf(control.smuiProjectStatus, QStringLiteral("TOTAL TIME")));
