@@ -118,7 +118,7 @@ void KeyedButtons::rebuild() {
         if (!item.key.isEmpty())
             m_byKey.insert(item.key, row);
         place(row, line++);
-        show(item, row);
+        showItem(item, row);
     }
     // A control may be at the end of its own click.
     for (const Row& gone : std::as_const(former)) {
@@ -154,7 +154,7 @@ void KeyedButtons::refresh(int first, int last) {
             rebuild();
             return;
         }
-        show(item, m_rows[row]);
+        showItem(item, m_rows[row]);
     }
 }
 
@@ -233,7 +233,7 @@ QWidget* KeyedButtons::createControl(const KeyedItem& item) {
     return new QWidget(this);
 }
 
-void KeyedButtons::show(const KeyedItem& item, const Row& row) {
+void KeyedButtons::showItem(const KeyedItem& item, const Row& row) {
     const QString caption = ShownCaption(item.caption);
     if (auto* label = qobject_cast<QLabel*>(row.caption)) {
         label->setText(caption);

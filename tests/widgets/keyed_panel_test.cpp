@@ -209,7 +209,7 @@ TEST_F(KeyedPanelTest, ContextMenuByRightButtonAndKey) {
     EXPECT_EQ(wanted[0][0], "TOTAL");
     EXPECT_EQ(selected.last()[0], "TOTAL");
 
-    QContextMenuEvent key(QContextMenuEvent::Keyboard, {});
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(), QPoint());
     QCoreApplication::sendEvent(panel.viewport(), &key);
     EXPECT_EQ(wanted.size(), 2);
 }
