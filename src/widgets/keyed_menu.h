@@ -1,0 +1,15 @@
+// Keyed items as a menu.
+#pragma once
+
+#include "platform/keyed_items.h"
+
+class QMenu;
+
+namespace kelvrane {
+
+/// Fills the menu from the items and keeps it so whenever they change, never on opening, since some
+/// desktops show a copy. An action's object name is its key; triggering it clicks the item. Items
+/// with a parent go into the submenu of that key. The items outlive the menu.
+void BindMenu(QMenu* menu, KeyedItems* items);
+
+} // namespace kelvrane

@@ -1,0 +1,46 @@
+// A tool bar over keyed items: icon and word side by side, icons alone when there is no room.
+#pragma once
+
+#include "platform/keyed_items.h"
+
+#include <QHash>
+#include <QWidget>
+
+class QHBoxLayout;
+
+namespace kelvrane {
+
+class FlatButton;
+
+/// Each button's object name is its key, its accessible name its caption.
+class KeyedToolBar : public QWidget {
+    Q_OBJECT
+  public:
+    /// The items outlive the tool bar.
+    explicit KeyedToolBar(KeyedItems* items, QWidget* parent = nullptr);
+
+    /// False while only icons have room.
+    bool showsWords() const { return m_words; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
+
+  private:
+    void rebuild();
+    void refresh(int first, int last);
+    void show(const KeyedItem& item);
+    void fitWords();
+    int widthWith(bool words) const;
+
+    KeyedItems* m_items;
+    QHBoxLayout* m_layout;
+    QHash<QString, FlatButton*> m_buttons;
+    QList<QWidget*> m_fillers; ///< separators and spacers
+    bool m_words = true;
+};
+
+} // namespace kelvrane

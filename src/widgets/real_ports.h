@@ -1,0 +1,66 @@
+// The plain ports for real: events, timers, sound, clipboard, the end of the process.
+#pragma once
+
+#include "platform/ports.h"
+
+#include <memory>
+
+class QMediaPlayer;
+class QSoundEffect;
+
+namespace kelvrane {
+
+class QtEvents : public QObject, public Events {
+    Q_OBJECT
+  public:
+    QtEvents();
+    void yield() override;
+    bool waitUntil(const std::function<bool()>& condition) override;
+
+    /// Ends every wait, those begun later included.
+    void shutDown();
+    bool isShuttingDown() const { return m_shuttingDown; }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    bool m_shuttingDown = false;
+};
+
+/// Precise timers: coarse ones drift by minutes a day.
+class QtTimers : public Timers {
+  public:
+    IntervalTimer* create(QObject* parent) override;
+};
+
+/// Nothing is loaded before the first sound is played.
+class QtSound : public Sound {
+  public:
+    QtSound();
+    ~QtSound() override;
+    void play(const QString& path) override;
+
+  private:
+    std::unique_ptr<QSoundEffect> m_effect;
+    std::unique_ptr<QMediaPlayer> m_player;
+};
+
+class QtClipboard : public Clipboard {
+  public:
+    void setText(const QString& text) override;
+};
+
+class QtProcess : public Process {
+  public:
+    explicit QtProcess(QtEvents* events) : m_events(events) {}
+    void end() override;
+    /// True after end(), also where the event loop hadn't begun yet.
+    bool hasEnded() const { return m_ended; }
+
+  private:
+    QtEvents* m_events;
+    bool m_ended = false;
+};
+
+} // namespace kelvrane

@@ -1,0 +1,71 @@
+// The tray icon with its two menus, and the window that stands in where there is no tray.
+#pragma once
+
+#include "platform/keyed_items.h"
+#include "platform/ports.h"
+
+#include <QElapsedTimer>
+#include <QMenu>
+#include <QObject>
+#include <QSystemTrayIcon>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace kelvrane {
+
+class TrayFallbackWindow;
+
+class TrayIcon : public QObject, public Tray {
+    Q_OBJECT
+  public:
+    struct Desktop {
+        std::function<bool()> hasTray = &QSystemTrayIcon::isSystemTrayAvailable;
+        std::chrono::milliseconds patience = std::chrono::seconds(20); ///< trays may start late
+        std::function<bool()> isWayland = {}; ///< asks the platform's name unless set
+    };
+
+    /// Both models outlive the icon.
+    TrayIcon(KeyedItems* contextMenu, KeyedItems* recentMenu, Desktop desktop = {});
+    ~TrayIcon() override;
+
+    void showIcon() override;
+    void removeIcon() override;
+    void setState(DayState state, const QString& toolTip) override;
+    void notify(const QString& title, const QString& text) override;
+
+    /// Asks whether the desktop has a tray and shows or removes the window that stands in. To be
+    /// called at each tick of the counter.
+    void checkTray();
+
+    QMenu* contextMenu() { return &m_contextMenu; }
+    QMenu* recentMenu() { return &m_recentMenu; }
+    /// nullptr while the tray serves.
+    TrayFallbackWindow* fallback() const { return m_fallback.get(); }
+    QSystemTrayIcon& icon() { return m_icon; }
+
+  signals:
+    void activated();
+    /// 1: context menu, 2: recent projects.
+    void clicked(int button);
+    /// The recent projects are about to be shown.
+    void rebuildRecentMenu();
+
+  private:
+    void onActivated(QSystemTrayIcon::ActivationReason reason);
+    void openFallback();
+
+    QMenu m_contextMenu;
+    QMenu m_recentMenu;
+    QMenu m_recentSubMenu; ///< the same again inside the context menu
+    QSystemTrayIcon m_icon;
+    std::unique_ptr<TrayFallbackWindow> m_fallback;
+    Desktop m_desktop;
+    QElapsedTimer m_sinceStart;
+    bool m_wanted = false;
+    DayState m_state = DayState::Stopped;
+    QString m_toolTip;
+};
+
+} // namespace kelvrane
