@@ -136,7 +136,7 @@ bool ProjectHasCustomer() {
 
 void DisplayProject(const ProjectDrawing& drawing) {
     SkipErrors step(QStringLiteral("DisplayProject"));
-    if (step.condition([] { return ProjectRecords().isEmpty(); })) {
+    if (!step.condition([] { return !ProjectRecords().isEmpty(); })) {
         ShowNoProjects();
         return;
     }
@@ -161,7 +161,7 @@ void DisplayProject(const ProjectDrawing& drawing) {
 
 void DisplayCustomer(bool goToPosition) {
     SkipErrors step(QStringLiteral("DisplayCustomer"));
-    if (step.condition([] { return CustomerRecords().isEmpty(); })) {
+    if (!step.condition([] { return !CustomerRecords().isEmpty(); })) {
         showNoRecords(QStringLiteral("Customer database is empty"));
         return;
     }

@@ -38,12 +38,13 @@ struct ProjectDrawing {
 
 /// Draws the current project. Unless told to keep it, moves the customer table to the project's
 /// customer: from the first row, off the end when there is no such customer, on the first row when
-/// none is assigned. A field that can't be read leaves its row empty. An empty project table draws
-/// as ShowNoProjects.
+/// none is assigned. A field that can't be read leaves its row empty. A project table that
+/// is empty or closed draws as ShowNoProjects.
 void DisplayProject(const ProjectDrawing& drawing);
 
 /// Draws the customer table's current row alone, editable, after going to CustomerPosition when
-/// that is set and told to. An empty table draws its NORECORDS row.
+/// that is set and told to. A table that is empty or closed draws its
+/// NORECORDS row.
 void DisplayCustomer(bool goToPosition = true);
 
 /// The panel with the one row "Project database is empty".
