@@ -84,8 +84,9 @@ bool recompute(DayEntry& entry) {
 bool readEntries(const QStringList& lines, QList<DayEntry>& entries) {
     bool reformat = false;
     for (qsizetype i = headerLines; i < lines.size() && !lines[i].isEmpty(); ++i) {
-        entries.append(entryOf(lines[i]));
-        reformat = recompute(entries.last()) || reformat;
+        DayEntry entry = entryOf(lines[i]);
+        reformat = recompute(entry) || reformat;
+        entries.append(entry); // only one that can be read, or every later roll-up would fail
     }
     return reformat;
 }

@@ -1,0 +1,93 @@
+#include "app/program.h"
+
+#include "frame/globals.h"
+#include "frame/program_folder.h"
+#include "frame/tray_menus.h"
+#include "platform/skip_errors.h"
+#include "startup/install_step.h"
+#include "timekeeping/control_screen.h"
+#include "timevalues/day_file.h"
+#include "timevalues/day_history.h"
+#include "tray/hidden_form.h"
+
+#include <QLockFile>
+
+namespace kelvrane {
+
+void LaterHelp::show(const QString& /*page*/) {
+    MsgBox(QStringLiteral("The help pages come with a later version of Kelvrane."),
+           QStringLiteral("Kelvrane Help"), BoxIcon::Information);
+}
+
+bool LaterUpdates::check(bool showMessages, bool /*force*/, const QString& /*fileName*/) {
+    if (showMessages)
+        MsgBox(QStringLiteral("There is not an update available at this time."),
+               QStringLiteral("Kelvrane up to date."));
+    return true;
+}
+
+Program::Program(const PortChoices& choices)
+    : m_tray(&Menus().mnuSysTray, &Menus().mnuRProjects) {
+    const auto choose = [](auto* chosen, auto* real) { return chosen ? chosen : real; };
+    ports = {.clock = choose(choices.clock, static_cast<Clock*>(&m_clock)),
+             .files = &m_files,
+             .dialogs = choose(choices.dialogs, static_cast<Dialogs*>(&m_dialogs)),
+             .screens = &m_screens,
+             .progress = &m_progress,
+             .tray = &m_tray,
+             .sound = &m_sound,
+             .help = &m_help,
+             .updates = &m_updates,
+             .events = &m_events,
+             .clipboard = &m_clipboard,
+             .timers = choose(choices.timers, static_cast<Timers*>(&m_timers)),
+             .process = &m_process};
+    WireControlScreen();
+    wireTray();
+}
+
+Program::~Program() {
+    m_dialogs.closeAll();
+    m_screens.unloadAll();
+    UnloadHiddenForm();
+    ports = {};
+}
+
+void Program::wireTray() {
+    connect(&m_tray, &TrayIcon::activated, this, [] { TrayActivate(); });
+    connect(&m_tray, &TrayIcon::clicked, this, [](int button) { TrayClick(button); });
+    connect(&m_tray, &TrayIcon::rebuildRecentMenu, this, [] { RebuildRecentMenu(); });
+}
+
+StartResult Program::start(const QString& commandText) {
+    m_files.createFolder(AppPath());
+    bool previousInstance = false;
+    if (commandText.isEmpty()) {
+        m_lock = std::make_unique<QLockFile>(InAppPath(QStringLiteral("kelvrane.lock")));
+        m_lock->setStaleLockTime(0); // held for as long as its process lives
+        previousInstance = !m_lock->tryLock(0);
+    }
+    m_settings =
+        std::make_unique<SettingsStore>(m_files, InAppPath(QString::fromLatin1(files::Settings)));
+    ports.settings = m_settings.get();
+    if (m_settings->wasDamaged())
+        MsgBox(QStringLiteral("The settings could not be read. Kelvrane starts with its defaults; a "
+                              "copy of the damaged file is kept beside it."),
+               {}, BoxIcon::Exclamation);
+    if (!previousInstance)
+        RunInstallStep();
+    const StartResult result = Main(commandText, previousInstance);
+    if (result == StartResult::Running)
+        connect(HiddenForm().Timer1(), &IntervalTimer::Timer, &m_tray, &TrayIcon::checkTray);
+    return m_process.hasEnded() ? StartResult::Ended : result;
+}
+
+void Program::saveForLogOut() {
+    SkipErrors step(QStringLiteral("LogOut"));
+    step([] { SaveDayFile(); });
+    if (!DayStopped)
+        step([] { AddDataToDayInfoDataBase(); });
+    step([] { SaveControlLayout(); });
+}
+
+} // namespace kelvrane

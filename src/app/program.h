@@ -1,0 +1,80 @@
+// The running program: every real port, built in one visible order, and the wiring between them.
+//
+//     Program program;
+//     if (program.start(commandText) == StartResult::Running)
+//         return QApplication::exec();
+#pragma once
+
+#include "app/screen_host.h"
+#include "platform/clock.h"
+#include "platform/file_store.h"
+#include "platform/settings_store.h"
+#include "startup/main_program.h"
+#include "widgets/message_boxes.h"
+#include "widgets/progress_box.h"
+#include "widgets/real_ports.h"
+#include "widgets/tray_icon.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QLockFile;
+
+namespace kelvrane {
+
+/// What comes with later versions: help, tips, updates over the network.
+class LaterHelp : public Help {
+  public:
+    void show(const QString& page) override;
+};
+class LaterUpdates : public Updates {
+  public:
+    bool check(bool showMessages, bool force, const QString& fileName) override;
+    void fetchUsageLog() override {}
+};
+
+/// Lets a test or the tour put its own in the place of single ports.
+struct PortChoices {
+    Clock* clock = nullptr;
+    Timers* timers = nullptr;
+    Dialogs* dialogs = nullptr;
+};
+
+class Program : public QObject {
+    Q_OBJECT
+  public:
+    explicit Program(const PortChoices& choices = {});
+    ~Program() override;
+
+    /// The install step, then Main. Only a program without an argument holds the program folder.
+    StartResult start(const QString& commandText);
+
+    /// Saves the day and rolls it up without stopping anything; for a log-out and for signals.
+    void saveForLogOut();
+
+    ScreenHost& screens() { return m_screens; }
+    TrayIcon& tray() { return m_tray; }
+    bool hasEnded() const { return m_process.hasEnded(); }
+
+  private:
+    void wireTray();
+
+    SystemClock m_clock;
+    DiskFileStore m_files;
+    std::unique_ptr<SettingsStore> m_settings;
+    MessageBoxes m_dialogs;
+    QtEvents m_events;
+    QtTimers m_timers;
+    QtSound m_sound;
+    QtClipboard m_clipboard;
+    QtProcess m_process{&m_events};
+    LaterHelp m_help;
+    LaterUpdates m_updates;
+    ProgressBox m_progress;
+    ScreenHost m_screens;
+    TrayIcon m_tray;
+    std::unique_ptr<QLockFile> m_lock;
+};
+
+} // namespace kelvrane

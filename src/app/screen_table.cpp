@@ -1,0 +1,29 @@
+#include "app/screen_host.h"
+#include "frame/frmDebugWindow.h"
+#include "frame/trace.h"
+#include "timekeeping/control_screen.h"
+#include "timekeeping/frmSTM.h"
+#include "tray/frmExit.h"
+
+namespace kelvrane {
+
+namespace {
+
+template <typename Window>
+QWidget* Create() {
+    return new Window;
+}
+
+constexpr ScreenRow table[] = {
+    {Screen::frmDebugWindow, Create<frmDebugWindow>, [] { Trace().clear(); }},
+    {Screen::frmExit, Create<frmExit>},
+    {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},
+};
+
+} // namespace
+
+std::span<const ScreenRow> ScreenTable() {
+    return table;
+}
+
+} // namespace kelvrane

@@ -1,0 +1,290 @@
+#include "timekeeping/frmSTM.h"
+
+#include "charts/chart_types.h"
+#include "frame/error_report.h"
+#include "frame/globals.h"
+#include "frame/status_text.h"
+#include "timekeeping/control_layout.h"
+#include "timekeeping/control_model.h"
+#include "timekeeping/control_screen.h"
+#include "timekeeping/running_summary.h"
+#include "timevalues/time_values.h"
+#include "widgets/bar_splitter.h"
+#include "widgets/chart_view.h"
+#include "widgets/control_status_bar.h"
+#include "widgets/keyed_buttons.h"
+#include "widgets/keyed_menu.h"
+#include "widgets/keyed_panel.h"
+#include "widgets/keyed_tool_bar.h"
+#include "widgets/running_header.h"
+#include "widgets/tab_strip.h"
+#include "widgets/theme.h"
+#include "widgets/week_table.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QScopedValueRollback>
+#include <QScreen>
+#include <QShortcut>
+#include <QTimer>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace kelvrane {
+
+namespace {
+
+template <typename Widget>
+Widget* Named(Widget* widget, const char* name) {
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+QWidget* Line(QWidget* parent) {
+    auto* line = new QWidget(parent);
+    line->setFixedHeight(1);
+    line->setAutoFillBackground(true);
+    line->setBackgroundRole(QPalette::Midlight);
+    return line;
+}
+
+/// The tip of a chart's value; a text of another form has none.
+QString ValueTip(const QString& text) {
+    try {
+        return ReformatChartValueText(text);
+    } catch (const RuntimeError&) {
+        return {};
+    }
+}
+
+} // namespace
+
+frmSTM::frmSTM(QWidget* parent) : QWidget(parent) {
+    setObjectName(QStringLiteral("frmSTM"));
+    setWindowTitle(QStringLiteral("Kelvrane - Current Day Information"));
+    if (!Control().loaded)
+        LoadControlScreen();
+    AssumeWeekViewGrown(Control().layout, WeekViewShowing);
+    createPanels();
+    createMenu();
+    arrange();
+    bind();
+    lvwWeekView->setVisible(WeekViewShowing);
+    takeWantedSize();
+    layOut();
+    showChart();
+    showSummary();
+    m_guarded = false;
+}
+
+void frmSTM::createPanels() {
+    ControlModel& control = Control();
+    smuiTimeCtrl = Named(new KeyedToolBar(&control.smuiTimeCtrl, this), "smuiTimeCtrl");
+    m_header = new RunningHeader(this);
+    smuiProjectStatus =
+        Named(new KeyedPanel(&control.smuiProjectStatus, QStringLiteral("Current Project"), this),
+              "smuiProjectStatus");
+    smuiQuickView = Named(new KeyedPanel(&control.smuiQuickView,
+                                         QStringLiteral("Current Day's Totals - QuickView"), this),
+                          "smuiQuickView");
+    smuiBreakDown = Named(new KeyedPanel(&control.smuiBreakDown,
+                                         QStringLiteral("Current Day's Totals - Break Down"), this),
+                          "smuiBreakDown");
+    smuiBreakDown->setPlaceholder(QStringLiteral(
+        "The projects of the day, with their times.\nChoose one in \u201cProject Name\u201d."));
+    smuiOptions = Named(new TabStrip(&control.smuiOptions, this), "smuiOptions");
+    const QString views = QStringLiteral("Views");
+    auto* layoutPage = Named(new KeyedButtons(&control.smuiPanelLayout, views), "smuiPanel0");
+    auto* launchPage = Named(new KeyedButtons(&control.smuiPanelLaunch, views), "smuiPanel1");
+    for (KeyedButtons* page : {layoutPage, launchPage})
+        page->setAccessibleName(views);
+    smuiOptions->bindPage(QStringLiteral("OPTIONS"), layoutPage);
+    smuiOptions->bindPage(QStringLiteral("VIEWS"), launchPage);
+    lvwWeekView = Named(new WeekTable(&control.lvwWeekView, this), "lvwWeekView");
+    StatusBar = Named(new ControlStatusBar(this), "StatusBar");
+}
+
+QToolButton* frmSTM::createGraphTypeButton(int index, const QString& toolTip) {
+    auto* button = new QToolButton(m_chartArea);
+    button->setObjectName(QStringLiteral("Picture1_") + QString::number(index));
+    button->setIcon(theme::Icon(index == 0 ? QStringLiteral("left1") : QStringLiteral("right1")));
+    button->setToolTip(toolTip);
+    button->setAccessibleName(toolTip);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    connect(button, &QToolButton::clicked, this, [index] {
+        Guarded(QStringLiteral("Picture1_Click"), index == 0 ? PreviousGraphType : NextGraphType);
+    });
+    return button;
+}
+
+QWidget* frmSTM::createChartArea() {
+    m_chartArea = new QWidget(this);
+    ChartSpace1 = Named(new ChartView(m_chartArea), "ChartSpace1");
+    ChartSpace1->setTipText(ValueTip);
+    m_chartType = new QLabel(m_chartArea);
+    m_chartType->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+
+    constexpr double besideTheBar = 40; // twips
+    auto* types = new QHBoxLayout;
+    types->setContentsMargins(theme::FromTwips(besideTheBar), 0, 0, 0);
+    types->setSpacing(2);
+    types->addWidget(createGraphTypeButton(0, QStringLiteral("Previous Graph Type")));
+    types->addWidget(createGraphTypeButton(1, QStringLiteral("Next Graph Type")));
+    types->addSpacing(theme::Step);
+    types->addWidget(m_chartType, 1);
+    auto* content = new QVBoxLayout(m_chartArea);
+    content->setContentsMargins(0, 0, 0, 0);
+    content->setSpacing(2);
+    content->addLayout(types);
+    content->addWidget(ChartSpace1, 1);
+    return m_chartArea;
+}
+
+void frmSTM::createMenu() {
+    mnuSetData = Named(new QMenu(this), "mnuSetData");
+    BindMenu(mnuSetData, &Control().mnuSetData);
+    connect(smuiBreakDown, &KeyedPanel::contextMenuWanted, this,
+            [this](const QString& /*key*/, const QPoint& place) { mnuSetData->popup(place); });
+    auto* help = new QShortcut(QKeySequence(QKeySequence::HelpContents), this);
+    connect(help, &QShortcut::activated, this,
+            [] { Control().smuiTimeCtrl.click(QStringLiteral("HELP")); });
+}
+
+void frmSTM::arrange() {
+    ControlLayout& layout = Control().layout;
+    m_list = new QWidget(this);
+    auto* list = new QVBoxLayout(m_list);
+    list->setContentsMargins(0, 0, 0, 0);
+    list->addWidget(smuiQuickView);
+    list->addWidget(smuiBreakDown);
+
+    Splitter1 = Named(new BarSplitter(Qt::Vertical,
+                                      [&layout](int space) {
+                                          return FirstOfTwo(layout.Splitter1Percent, space);
+                                      }),
+                      "Splitter1");
+    Splitter1->addWidget(smuiProjectStatus);
+    Splitter1->addWidget(m_list);
+    Splitter2 = Named(new BarSplitter(Qt::Horizontal,
+                                      [&layout](int space) {
+                                          return FirstOfTwo(layout.Splitter2Percent, space);
+                                      }),
+                      "Splitter2");
+    Splitter2->addWidget(Splitter1);
+    Splitter2->addWidget(createChartArea());
+
+    auto* right = new QVBoxLayout;
+    right->setSpacing(theme::Step);
+    right->addWidget(m_header);
+    right->addWidget(Splitter2, 1);
+    auto* upper = new QWidget;
+    auto* panels = new QHBoxLayout(upper);
+    panels->setContentsMargins(theme::Margin, theme::Step, theme::Margin, theme::Step);
+    panels->setSpacing(theme::Margin);
+    panels->addWidget(smuiOptions);
+    panels->addLayout(right, 1);
+
+    splitter =
+        Named(new BarSplitter(Qt::Vertical, [this](int space) { return placeWeekViewBar(space); }),
+              "splitter");
+    splitter->addWidget(upper);
+    splitter->addWidget(lvwWeekView);
+
+    auto* content = new QVBoxLayout(this);
+    content->setContentsMargins(0, 0, 0, 0);
+    content->setSpacing(0);
+    content->addWidget(smuiTimeCtrl);
+    content->addWidget(Line(this));
+    content->addWidget(splitter, 1);
+    content->addWidget(StatusBar);
+}
+
+void frmSTM::bind() {
+    ControlModel& control = Control();
+    connect(&control, &ControlModel::LayoutChanged, this, &frmSTM::layOut);
+    connect(&control, &ControlModel::DailyChartChanged, this, &frmSTM::showChart);
+
+    // A command changes many fields; the summary is read once, when it is through.
+    const auto summaryDue = [this] {
+        if (std::exchange(m_summaryDue, true))
+            return;
+        QTimer::singleShot(0, this, &frmSTM::showSummary);
+    };
+    for (KeyedItems* items : {&control.smuiProjectStatus, &control.smuiQuickView}) {
+        connect(items, &QAbstractItemModel::dataChanged, this, summaryDue);
+        connect(items, &QAbstractItemModel::rowsInserted, this, summaryDue);
+        connect(items, &QAbstractItemModel::modelReset, this, summaryDue);
+    }
+    connect(&Status(), &StatusText::Changed, this, summaryDue);
+
+    connect(Splitter1, &BarSplitter::Moved, this, [](int first, int space) {
+        Control().layout.Splitter1Percent = PercentOfTwo(first, space);
+    });
+    connect(Splitter2, &BarSplitter::Moved, this, [](int first, int space) {
+        Control().layout.Splitter2Percent = PercentOfTwo(first, space);
+    });
+    connect(splitter, &BarSplitter::Moved, this, [this](int first, int /*space*/) {
+        MoveWeekViewBar(Control().layout, theme::ToTwips(splitter->y() + first),
+                        theme::ToTwips(height()));
+    });
+}
+
+int frmSTM::placeWeekViewBar(int /*space*/) const {
+    const double top = WeekViewBarTop(Control().layout, theme::ToTwips(height()));
+    return theme::FromTwips(top) - splitter->y();
+}
+
+void frmSTM::layOut() {
+    const ControlLayout& layout = Control().layout;
+    smuiOptions->setVisible(layout.ControlPanelShowing);
+    smuiQuickView->setVisible(layout.QuickViewShowing);
+    smuiBreakDown->setVisible(layout.BreakDownShowing);
+    m_list->setVisible(layout.QuickViewShowing || layout.BreakDownShowing);
+    m_chartArea->setVisible(GraphShowing);
+    lvwWeekView->setVisible(WeekViewShowing);
+    if (!m_guarded && hasOwnSize() && GrowForWeekView(Control().layout, WeekViewShowing))
+        takeWantedSize();
+    for (BarSplitter* bar : {splitter, Splitter2, Splitter1})
+        bar->place();
+}
+
+/// The window's size is its own, not the desktop's.
+bool frmSTM::hasOwnSize() const {
+    return !(windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized));
+}
+
+void frmSTM::takeWantedSize() {
+    const QScopedValueRollback guard(m_guarded, true);
+    const ControlLayout& layout = Control().layout;
+    const QSize wanted(theme::FromTwips(layout.Width), theme::FromTwips(layout.Height));
+    resize(screen() ? wanted.boundedTo(screen()->availableSize()) : wanted);
+}
+
+void frmSTM::showChart() {
+    ChartSpace1->setChart(Control().dailyChart());
+    m_chartType->setText(QString::fromLatin1(ChartTypeAt(ChartIndex).Description));
+}
+
+void frmSTM::showSummary() {
+    m_summaryDue = false;
+    m_header->setSummary(CurrentSummary());
+}
+
+/// Closing hides; the day goes on in the tray.
+void frmSTM::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    hide();
+    Guarded(QStringLiteral("frmSTM_QueryUnload"), [] { SaveControlLayout(); });
+}
+
+void frmSTM::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (!m_guarded && isVisible() && hasOwnSize())
+        ResizeControlWindow(Control().layout, theme::ToTwips(width()), theme::ToTwips(height()),
+                            WeekViewShowing);
+}
+
+} // namespace kelvrane
