@@ -1,6 +1,8 @@
-#include "app/screen_host.h"
+#include "app/screen_table.h"
+
 #include "frame/frmDebugWindow.h"
 #include "frame/trace.h"
+#include "records/frmDataBase.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/frmSTM.h"
 #include "tray/frmExit.h"
@@ -9,21 +11,22 @@ namespace kelvrane {
 
 namespace {
 
-template <typename Window>
-QWidget* Create() {
-    return new Window;
+template <typename Form>
+QWidget* make() {
+    return new Form;
 }
 
-constexpr ScreenRow table[] = {
-    {Screen::frmDebugWindow, Create<frmDebugWindow>, [] { Trace().clear(); }},
-    {Screen::frmExit, Create<frmExit>},
-    {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},
+constexpr ScreenRow rows[] = {
+    {Screen::frmDataBase, make<frmDataBase>},
+    {Screen::frmDebugWindow, make<frmDebugWindow>, [] { Trace().clear(); }},
+    {Screen::frmExit, make<frmExit>},
+    {Screen::frmSTM, make<frmSTM>, UnloadControlScreen},
 };
 
 } // namespace
 
 std::span<const ScreenRow> ScreenTable() {
-    return table;
+    return rows;
 }
 
 } // namespace kelvrane

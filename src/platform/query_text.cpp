@@ -46,7 +46,7 @@ QueryText ReadQueryText(const QString& source) {
         QRegularExpression::CaseInsensitiveOption);
 
     if (!selectWord.match(source).hasMatch())
-        return {.table = source};
+        return {.sql = {}, .table = source};
     const QString plain = withoutLiterals(source);
     const QRegularExpressionMatch head = select.match(plain);
     if (!head.hasMatch())

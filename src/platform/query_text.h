@@ -10,8 +10,8 @@ namespace kelvrane {
 
 struct QueryText {
     QString sql; ///< the statement without a plain ORDER BY; empty for a bare table
-    QString table;
-    QString orderField; ///< empty: in the order of the key
+    QString table = {};
+    QString orderField = {}; ///< empty: in the order of the key
     bool descending = false;
     bool allColumns = true; ///< the select list is *
 };

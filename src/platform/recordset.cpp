@@ -5,7 +5,7 @@
 #include "platform/query_text.h"
 #include "platform/texts.h"
 
-#include <QSqlField>
+#include <QSqlError>
 #include <QSqlRecord>
 
 #include <algorithm>

@@ -1,0 +1,180 @@
+// kelvrane_bench [ROWS...] [--benchmark_...]: the operations of a day against their floors, at
+// histories of 12,500, 125,000 and 1,250,000 rows. Exits 1 when a limit isn't kept.
+#include "bench_folder.h"
+#include "floors.h"
+#include "frame/globals.h"
+#include "frame/program_folder.h"
+#include "quiet_ports.h"
+#include "report.h"
+#include "timekeeping/control_model.h"
+#include "timekeeping/week_view.h"
+#include "timekeeping/working_day.h"
+#include "timevalues/counter.h"
+#include "timevalues/day_file.h"
+#include "timevalues/day_history.h"
+#include "tray/hidden_form.h"
+#include "tray/minute_tick.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <memory>
+
+namespace kelvrane::bench {
+namespace {
+
+// A Wednesday, outside the quarter hours.
+const QDateTime present(QDate(2026, 3, 4), QTime(12, 7));
+
+constexpr char rollUp[] = "roll-up of five projects";
+constexpr char weekView[] = "week view";
+constexpr char saveDay[] = "save the day file";
+constexpr char minuteTick[] = "minute tick";
+constexpr char compaction[] = "backup and compaction";
+
+/// A running day of five projects on the history of one folder.
+class Day {
+  public:
+    Day(QuietPorts& quiet, int rows)
+        : m_quiet(quiet), m_folder(QDir::currentPath() + QStringLiteral("/bench-XXXXXX")) {
+        PrepareFolder(m_quiet, m_folder.path(), rows, present.date());
+    }
+
+    /// Makes it the program's day; the same state each time.
+    void enter() {
+        globals = {};
+        SetAppPath(m_folder.path());
+        m_quiet.openSettings(InAppPath(QString::fromLatin1(files::Settings)));
+        StartOfWeek = QStringLiteral("2");
+        TimeIncrements = QStringLiteral("15 Minutes");
+        StopWorkTime = QStringLiteral("5:00 PM");
+        EndOfDayTimeInterval = 15;
+        AutoSave = QStringLiteral("On");
+        Control().reset();
+        for (const QString& name : ProjectNames()) {
+            const int hour = 7 + static_cast<int>(DayEntries.size());
+            DayEntries.append({name, QStringLiteral("100"), QStringLiteral("%1:00 AM").arg(hour),
+                               QStringLiteral("%1:00 AM").arg(hour + 1),
+                               QStringLiteral("5 Minutes"), QStringLiteral("1 Hours 0 Minutes")});
+        }
+        DayEntries.last().StopTime.clear();
+        ControlScreenLoaded = true;
+        GraphShowing = true;
+        WeekViewShowing = true;
+        UnloadHiddenForm();
+        HiddenForm();
+        FillBreakDownList();
+        SetLVWColumnHeaders();
+    }
+    QString history() const { return InAppPath(QString::fromLatin1(files::DayHistory)); }
+    QString dayFile() const { return InAppPath(QString::fromLatin1(files::DayFile)); }
+
+  private:
+    QuietPorts& m_quiet;
+    QTemporaryDir m_folder;
+};
+
+using Step = std::function<void(Day&)>;
+
+/// Each run has something new to show and to write, as a running day does.
+void oneMoreMinute() {
+    static int minute = 0;
+    TMR->SetTimerMinuteOffset(++minute % 60);
+    DayEntries.last().TotalTime = QStringLiteral("%1 Minutes").arg(minute % 60);
+}
+
+void add(const char* name, const char* suffix, const std::shared_ptr<Day>& day, int rows,
+         int repetitions, const Step& step) {
+    const std::string whole = std::string(name) + suffix + '/' + std::to_string(rows);
+    auto* registered =
+        benchmark::RegisterBenchmark(whole.c_str(), [day, step](benchmark::State& state) {
+            day->enter();
+            for (auto iteration : state) {
+                static_cast<void>(iteration);
+                step(*day);
+            }
+        });
+    registered->UseRealTime()->Repetitions(repetitions)->MinTime(0.1);
+}
+
+void addAll(QuietPorts& quiet, int rows) {
+    const auto day = std::make_shared<Day>(quiet, rows);
+    const auto pair = [&](const char* name, int repetitions, const Step& subject,
+                          const Step& floor) {
+        add(name, "", day, rows, repetitions, subject);
+        if (floor)
+            add(name, " floor", day, rows, repetitions, floor);
+    };
+    pair(
+        rollUp, 15,
+        [](Day&) {
+            oneMoreMinute();
+            AddDataToDayInfoDataBase();
+        },
+        [](Day& on) { FloorRollUp(on.history(), present.date(), ProjectNames()); });
+    pair(
+        weekView, 15, [](Day&) { FillWeekView(); },
+        [](Day& on) { FloorWeekView(on.history(), Control().lvwWeekView.WeekStartDate); });
+    day->enter();
+    SaveDayFile();
+    const QByteArray bytes = ports.files->read(day->dayFile());
+    pair(
+        saveDay, 15, [](Day&) { SaveDayFile(); },
+        [bytes](Day& on) { FloorSave(on.dayFile() + QStringLiteral(".other"), bytes); });
+    pair(minuteTick, 15,
+         [](Day&) {
+             oneMoreMinute();
+             TMR_Minute();
+         },
+         {});
+    pair(
+        compaction, rows > 500'000 ? 3 : 7,
+        [](Day&) { CompactDatabaseFile(AppPath(), QStringLiteral("DayInfo"), true); },
+        [](Day& on) {
+            FloorCompaction(on.history(), InAppPath(QStringLiteral("DayInfo_Backup.mdb")));
+        });
+}
+
+int run(int argc, char** argv) {
+    std::vector<char*> arguments;
+    std::vector<int> rows;
+    for (int i = 0; i < argc; ++i) {
+        const int count = i > 0 ? std::atoi(argv[i]) : 0;
+        if (count > 0)
+            rows.push_back(count);
+        else
+            arguments.push_back(argv[i]);
+    }
+    if (rows.empty())
+        rows = {12'500, 125'000, 1'250'000};
+    // Figure and floor take turns, so that a busy moment of the machine meets both.
+    std::string interleaved = "--benchmark_enable_random_interleaving=true";
+    arguments.insert(arguments.begin() + 1, interleaved.data());
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    QuietPorts quiet(present);
+    for (const int each : rows)
+        addAll(quiet, each);
+    TableReporter table({{rollUp, 1.5, 0, false},
+                         {weekView, 2, 0, false},
+                         {saveDay, 2, 0, false},
+                         {minuteTick, 0, 2, false},
+                         {compaction, 1.3, 0, true}});
+    benchmark::RunSpecifiedBenchmarks(&table);
+    benchmark::ClearRegisteredBenchmarks(); // removes the folders
+    UnloadHiddenForm();
+    globals = {};
+    return table.allKept() ? 0 : 1;
+}
+
+} // namespace
+} // namespace kelvrane::bench
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    return kelvrane::bench::run(argc, argv);
+}

@@ -1,0 +1,149 @@
+#include "floors.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QUrl>
+#include <QVariant>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace kelvrane::bench {
+
+namespace {
+
+void check(bool succeeded, const char* what) {
+    if (!succeeded)
+        qFatal("floor: %s failed", what);
+}
+
+/// Opened as the program opens a database, and its schema read.
+class RawDatabase {
+  public:
+    explicit RawDatabase(const QString& path)
+        : m_database(QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name)) {
+        m_database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI"));
+        m_database.setDatabaseName(QStringLiteral("file:") +
+                                   QString::fromLatin1(QUrl::toPercentEncoding(path, "/")) +
+                                   QStringLiteral("?mode=rw"));
+        check(m_database.open(), "open");
+        execute(QStringLiteral("SELECT 1 FROM sqlite_master LIMIT 1"));
+    }
+    ~RawDatabase() {
+        m_database = {};
+        QSqlDatabase::removeDatabase(m_name);
+    }
+    RawDatabase(const RawDatabase&) = delete;
+    RawDatabase& operator=(const RawDatabase&) = delete;
+
+    QSqlQuery execute(const QString& sql) {
+        QSqlQuery query(m_database);
+        query.setForwardOnly(true);
+        check(query.exec(sql), qPrintable(sql));
+        return query;
+    }
+
+  private:
+    const QString m_name = QStringLiteral("floor");
+    QSqlDatabase m_database;
+};
+
+void flush(const QString& path, int flags) {
+    const int descriptor = open(QFile::encodeName(path).constData(), flags | O_CLOEXEC);
+    check(descriptor >= 0 && fsync(descriptor) == 0 && close(descriptor) == 0, "flush");
+}
+
+void replace(const QString& source, const QString& target) {
+    check(::rename(QFile::encodeName(source).constData(), QFile::encodeName(target).constData()) ==
+              0,
+          "rename");
+    flush(QFileInfo(target).path(), O_RDONLY | O_DIRECTORY);
+}
+
+QString quoted(QDate day) {
+    return u'\'' + day.toString(Qt::ISODate) + u'\'';
+}
+
+} // namespace
+
+void FloorRollUp(const QString& database, QDate day, const QStringList& projects) {
+    RawDatabase raw(database);
+    raw.execute(QStringLiteral("BEGIN IMMEDIATE"));
+    static int minutes = 0; // each run changes the rows, as a running day does
+    ++minutes;
+    for (const QString& project : projects) {
+        int key = 0;
+        {
+            QSqlQuery row = raw.execute(
+                QStringLiteral("SELECT * FROM DayInfo WHERE Date = %1 and ( ProjectName "
+                               "= '%2')")
+                    .arg(quoted(day), project));
+            check(row.next(), "row of the day");
+            key = row.value(0).toInt();
+        }
+        raw.execute(QStringLiteral("UPDATE DayInfo SET BreakTime = 5, TotalTime = %1 WHERE ID = %2")
+                        .arg(minutes % 600)
+                        .arg(key));
+    }
+    raw.execute(QStringLiteral("COMMIT"));
+}
+
+qsizetype FloorWeekView(const QString& database, QDate firstDay) {
+    RawDatabase raw(database);
+    check(raw.execute(QStringLiteral("SELECT * FROM DayInfo LIMIT 1")).next(), "first row");
+    const QString period =
+        QStringLiteral("Date BETWEEN %1 and %2").arg(quoted(firstDay), quoted(firstDay.addDays(6)));
+    QStringList names;
+    QSqlQuery week = raw.execute(QStringLiteral("SELECT * FROM DayInfo WHERE ") + period +
+                                 QStringLiteral(" ORDER BY ProjectName"));
+    while (week.next()) {
+        const QString name = week.value(2).toString();
+        if (names.isEmpty() || names.last() != name)
+            names.append(name);
+    }
+    QStringList cells;
+    for (const QString& name : names) {
+        QSqlQuery rows = raw.execute(
+            QStringLiteral("SELECT * FROM DayInfo WHERE ( ProjectName = '%1' ) AND ( ").arg(name) +
+            period + u')');
+        while (rows.next())
+            cells.append(QString::number((rows.value(5).toInt() - rows.value(4).toInt()) / 60.0) +
+                         rows.value(1).toString());
+    }
+    return cells.size();
+}
+
+void FloorSave(const QString& target, const QByteArray& bytes) {
+    const QString temporary = target + QStringLiteral(".floor");
+    const int file = open(QFile::encodeName(temporary).constData(),
+                          O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    check(file >= 0 &&
+              write(file, bytes.constData(), static_cast<size_t>(bytes.size())) == bytes.size(),
+          "write");
+    check(fsync(file) == 0 && close(file) == 0, "flush");
+    replace(temporary, target);
+}
+
+void FloorCompaction(const QString& database, const QString& backup) {
+    const QString copy = database + QStringLiteral(".floor");
+    const auto vacuumInto = [](RawDatabase& raw, const QString& target) {
+        QFile::remove(target);
+        raw.execute(QStringLiteral("VACUUM INTO '%1'").arg(target));
+        flush(target, O_RDWR);
+    };
+    {
+        RawDatabase raw(database);
+        raw.execute(QStringLiteral("PRAGMA locking_mode = EXCLUSIVE"));
+        raw.execute(QStringLiteral("BEGIN EXCLUSIVE"));
+        raw.execute(QStringLiteral("COMMIT"));
+        vacuumInto(raw, copy);
+        replace(copy, backup);
+        vacuumInto(raw, copy);
+    }
+    replace(copy, database);
+}
+
+} // namespace kelvrane::bench

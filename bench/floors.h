@@ -1,0 +1,21 @@
+// What the system underneath needs for the same work, with the same opening and closing: the floor
+// that each figure is held against.
+#pragma once
+
+#include <QByteArray>
+#include <QDate>
+#include <QString>
+#include <QStringList>
+
+namespace kelvrane::bench {
+
+/// The five rows of a day looked up and updated through Qt SQL, in one transaction.
+void FloorRollUp(const QString& database, QDate day, const QStringList& projects);
+/// The week's rows, and each project's, read through Qt SQL. Returns the cells that were read.
+qsizetype FloorWeekView(const QString& database, QDate firstDay);
+/// The bytes written beside the target, flushed, renamed over it, and the folder flushed.
+void FloorSave(const QString& target, const QByteArray& bytes);
+/// VACUUM INTO a backup and into a copy, each flushed and renamed into place.
+void FloorCompaction(const QString& database, const QString& backup);
+
+} // namespace kelvrane::bench

@@ -1,0 +1,258 @@
+// Takes the real screens through a day on a scripted clock, offscreen, and leaves pictures of them
+// in the folder named on the command line, with the day file and the history's rows.
+
+#include "tour.h"
+#include "tour_data.h"
+
+#include "app/program.h"
+#include "frame/globals.h"
+#include "frame/program_folder.h"
+#include "frame/status_text.h"
+#include "platform/error.h"
+#include "platform/recordset.h"
+#include "timekeeping/control_model.h"
+#include "timekeeping/control_screen.h"
+#include "tray/hidden_form.h"
+#include "widgets/tray_fallback_window.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QMenu>
+#include <QPushButton>
+#include <QStyleFactory>
+#include <QTextStream>
+
+#include <cstdio>
+#include <memory>
+
+namespace kelvrane::tour {
+namespace {
+
+class Tour {
+  public:
+    explicit Tour(const QString& folder) : m_folder(folder), m_album(folder), m_timers(m_clock) {}
+
+    void run() {
+        m_clock.set(QDateTime(QDate(2026, 3, 4), QTime(8, 0)));
+        firstStart();
+        globals = {};
+        workingDay();
+        troubles();
+        writeIndex();
+    }
+
+  private:
+    void begin() {
+        m_program = std::make_unique<Program>(PortChoices{.clock = &m_clock, .timers = &m_timers});
+    }
+    QWidget* screen(Screen name) { return m_program->screens().widget(name); }
+    void picture(const QString& name, Screen which) { m_album.picture(name, screen(which)); }
+    void choose(int place) { Control().smuiProjectStatus.choose(QStringLiteral("PROJECT_NAME"), place); }
+    void command(const char* key) { Control().smuiTimeCtrl.click(QString::fromLatin1(key)); }
+    void view(const char* key) { Control().smuiPanelLayout.toggle(QString::fromLatin1(key)); }
+
+    void firstStart() {
+        begin();
+        m_album.withBox(QStringLiteral("first-start"), QStringLiteral("No"),
+                        [this] { m_program->start({}); });
+        picture(QStringLiteral("empty-day"), Screen::frmSTM);
+        FillDatabases(m_clock.today());
+        FillRecentProjects();
+        m_program.reset();
+    }
+
+    void workingDay() {
+        begin();
+        m_program->start({});
+        QWidget* control = screen(Screen::frmSTM);
+        control->resize(1000, 620);
+        choose(0);
+        m_timers.pass(47);
+        picture(QStringLiteral("running"), Screen::frmSTM);
+        command("BREAK");
+        m_timers.pass(12);
+        picture(QStringLiteral("on-break"), Screen::frmSTM);
+        command("BREAK");
+        m_timers.pass(38);
+        choose(2);
+        m_timers.pass(84);
+        picture(QStringLiteral("second-project"), Screen::frmSTM);
+        trayMenus();
+        databaseManager();
+        views();
+        charts();
+        endOfDay();
+        midnight();
+    }
+
+    void trayMenus() {
+        RebuildRecentMenu();
+        for (const auto& [name, menu] :
+             {std::pair{"tray-menu", m_program->tray().contextMenu()},
+              std::pair{"tray-recent-projects", m_program->tray().recentMenu()}}) {
+            menu->popup(QPoint(20, 20));
+            m_album.picture(QString::fromLatin1(name), menu);
+            menu->close();
+        }
+        for (QAction* action : m_program->tray().contextMenu()->actions())
+            if (QMenu* sub = action->menu()) {
+                sub->popup(QPoint(20, 20));
+                m_album.picture(QStringLiteral("tray-") + action->text().toLower().remove(QLatin1Char('&')),
+                                sub);
+                sub->close();
+            }
+        if (m_program->tray().fallback())
+            m_album.picture(QStringLiteral("tray-window"), m_program->tray().fallback());
+    }
+
+    void databaseManager() {
+        ports.screens->show(Screen::frmDataBase);
+        picture(QStringLiteral("database-single"), Screen::frmDataBase);
+        if (auto* list = screen(Screen::frmDataBase)->findChild<QAbstractButton*>(
+                QStringLiteral("LIST_VIEW")))
+            list->click();
+        picture(QStringLiteral("database-list"), Screen::frmDataBase);
+        ports.screens->unload(Screen::frmDataBase);
+    }
+
+    void views() {
+        view("QUICKVIEW");
+        view("WEEKVIEW");
+        picture(QStringLiteral("quick-and-week-view"), Screen::frmSTM);
+        view("QUICKVIEW");
+        view("WEEKVIEW");
+        command("CONTROLPANEL");
+        picture(QStringLiteral("without-panel"), Screen::frmSTM);
+        command("CONTROLPANEL");
+        view("BREAKDOWN");
+        QWidget* control = screen(Screen::frmSTM);
+        const QSize before = control->size();
+        control->resize(653, 393);
+        picture(QStringLiteral("first-size"), Screen::frmSTM);
+        control->resize(before);
+    }
+
+    void charts() {
+        choose(3);
+        m_timers.pass(55);
+        choose(1);
+        m_timers.pass(35);
+        QWidget* chart = screen(Screen::frmSTM)->findChild<QWidget*>(QStringLiteral("ChartSpace1"));
+        for (int type = 0; type < 19; ++type) {
+            m_album.picture(QStringLiteral("chart-%1").arg(type, 2, 10, QLatin1Char('0')), chart);
+            NextGraphType();
+        }
+    }
+
+    void endOfDay() {
+        m_clock.set(QDateTime(m_clock.today(), QTime(16, 58, 0)));
+        m_timers.pass(3);
+        picture(QStringLiteral("end-of-day"), Screen::frmExit);
+        if (QWidget* prompt = screen(Screen::frmExit)) {
+            if (auto* update = prompt->findChild<QAbstractButton*>(QStringLiteral("cmdUpdate")))
+                update->click();
+            m_album.picture(QStringLiteral("end-of-day-new-time"), prompt);
+            ports.screens->unload(Screen::frmExit);
+        }
+    }
+
+    void midnight() {
+        copy(QStringLiteral("before-midnight"));
+        m_clock.set(QDateTime(m_clock.today(), QTime(23, 57, 0)));
+        m_timers.pass(9);
+        ports.screens->unload(Screen::frmExit);
+        picture(QStringLiteral("after-midnight"), Screen::frmSTM);
+        command("STOP");
+        picture(QStringLiteral("stopped"), Screen::frmSTM);
+        writeHistory();
+        copy(QStringLiteral("at-the-end"));
+    }
+
+    void troubles() {
+        m_album.withBox(QStringLiteral("exit-question"), QStringLiteral("Cancel"), [] {
+            TrayMenuClick(QStringLiteral("mnuSysTrayExit"));
+        });
+        m_album.withBox(QStringLiteral("second-instance"), QStringLiteral("OK"), [this] {
+            const auto other = std::make_unique<Program>(
+                PortChoices{.clock = &m_clock, .timers = &m_timers});
+            other->start({});
+        });
+        m_program.reset();
+        QFile::remove(InAppPath(QString::fromLatin1(files::DayHistory)));
+        begin();
+        m_album.withBox(QStringLiteral("missing-history"), QStringLiteral("OK"),
+                        [this] { m_program->start({}); });
+        m_program.reset();
+        begin();
+        m_album.withBox(QStringLiteral("error-report"), QStringLiteral("OK"), [] {
+            Control().lvwWeekView.setRows({});
+            DayEntries = {{QStringLiteral("O'Neil"), QStringLiteral("1"), QStringLiteral("9:00 AM"),
+                           QStringLiteral("9:30 AM"), QStringLiteral("0 Minutes"),
+                           QStringLiteral("30 Minutes")}};
+            ports.dialogs->ask({QStringLiteral("Error # -2147217900 was generated by SQLite\r\nnear "
+                                               "\"Neil\": syntax error\r\nThis error was generated by "
+                                               "the AddDataToDayInfoDataBase function.")});
+        });
+        m_program.reset();
+    }
+
+    void copy(const QString& name) {
+        const QString target = m_folder + QStringLiteral("/Fileinfo-") + name + QStringLiteral(".dat");
+        QFile::remove(target);
+        QFile::copy(InAppPath(QString::fromLatin1(files::DayFile)), target);
+    }
+
+    void writeHistory() {
+        QFile file(m_folder + QStringLiteral("/history.txt"));
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
+            return;
+        QTextStream out(&file);
+        Connection connection(InAppPath(QString::fromLatin1(files::DayHistory)));
+        for (Recordset rows(connection, QStringLiteral("DayInfo")); !rows.atEnd(); rows.moveNext()) {
+            QStringList cells;
+            for (int field = 0; field < rows.fieldCount(); ++field)
+                cells.append(rows.text(field));
+            out << cells.join(QLatin1Char('\t')) << '\n';
+        }
+    }
+
+    void writeIndex() {
+        for (const QString& file : m_album.files())
+            std::printf("%s\n", qPrintable(file));
+        for (const QString& file : QDir(m_folder).entryList({QStringLiteral("*.dat"), QStringLiteral("*.txt")}))
+            std::printf("%s\n", qPrintable(file));
+    }
+
+    QString m_folder;
+    Album m_album;
+    TourClock m_clock;
+    TourTimers m_timers;
+    std::unique_ptr<Program> m_program;
+};
+
+} // namespace
+} // namespace kelvrane::tour
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fputs("usage: tour FOLDER\n", stderr);
+        return 2;
+    }
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setQuitOnLastWindowClosed(false);
+    const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+    QDir(folder).removeRecursively();
+    QDir().mkpath(folder + QStringLiteral("/home"));
+    kelvrane::SetAppPath(folder + QStringLiteral("/home"));
+    try {
+        kelvrane::tour::Tour(folder).run();
+    } catch (const kelvrane::RuntimeError& error) {
+        std::fprintf(stderr, "tour: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,64 @@
+// The tour's tools: a scripted clock, timers that follow it, pictures of screens in light and dark,
+// and answers to the boxes that come up.
+#pragma once
+
+#include "platform/ports.h"
+
+#include <QList>
+#include <QPalette>
+#include <QString>
+
+#include <functional>
+
+class QWidget;
+
+namespace kelvrane::tour {
+
+class TourClock final : public Clock {
+  public:
+    QDateTime now() const override { return m_now; }
+    void set(const QDateTime& now) { m_now = now; }
+
+  private:
+    QDateTime m_now;
+};
+
+/// Timers that fire as the scripted clock passes.
+class TourTimers final : public Timers {
+  public:
+    explicit TourTimers(TourClock& clock) : m_clock(clock) {}
+    IntervalTimer* create(QObject* parent) override;
+    /// Lets the clock run, in steps of ten seconds.
+    void pass(int minutes);
+
+  private:
+    TourClock& m_clock;
+    QList<QObject*> m_timers;
+};
+
+class Album {
+  public:
+    explicit Album(QString folder);
+
+    /// Two numbered pictures, "07-running-light.png" and "07-running-dark.png".
+    void picture(const QString& name, QWidget* window);
+    /// What the next box will get: a picture, then the button with this text.
+    void answerNextBox(const QString& name, const QString& button);
+    /// Runs the call, in which a box comes up and is answered.
+    void withBox(const QString& name, const QString& button, const std::function<void()>& call);
+
+    const QStringList& files() const { return m_files; }
+
+  private:
+    void grab(const QString& name, QWidget* window, const QPalette& palette);
+
+    QString m_folder;
+    QPalette m_light, m_dark;
+    int m_number = 0;
+    QStringList m_files;
+};
+
+QPalette LightPalette();
+QPalette DarkPalette();
+
+} // namespace kelvrane::tour
