@@ -1,5 +1,6 @@
 #include "app/program.h"
 #include "app/session_end.h"
+#include "app/start_trace.h"
 #include "frame/error_report.h"
 #include "startup/command_line.h"
 
@@ -44,6 +45,7 @@ int main(int argc, char** argv) {
         std::fputs(usage, stderr);
         return 2;
     }
+    StartTrace::installIfWanted(&application);
     Program program;
     SessionEnd sessionEnd(&application, [&program] { program.saveForLogOut(); });
     StartResult result = StartResult::Ended;

@@ -6,7 +6,6 @@
 #pragma once
 
 #include "app/screen_host.h"
-#include "app/screen_table.h"
 #include "platform/clock.h"
 #include "platform/file_store.h"
 #include "platform/settings_store.h"
@@ -73,7 +72,7 @@ class Program : public QObject {
     LaterHelp m_help;
     LaterUpdates m_updates;
     ProgressBox m_progress;
-    ScreenHost m_screens{ScreenTable()};
+    ScreenHost m_screens;
     TrayIcon m_tray;
     std::unique_ptr<QLockFile> m_lock;
 };

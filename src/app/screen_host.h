@@ -27,11 +27,14 @@ struct ScreenRow {
     void (*unload)() = nullptr; ///< what its unload does beyond removing it
 };
 
+/// The screens of this version.
+std::span<const ScreenRow> ScreenTable();
+
 class ScreenHost : public QObject, public Screens {
     Q_OBJECT
   public:
     /// The rows outlive the host.
-    explicit ScreenHost(std::span<const ScreenRow> rows, QObject* parent = nullptr);
+    explicit ScreenHost(std::span<const ScreenRow> rows = ScreenTable(), QObject* parent = nullptr);
     ~ScreenHost() override;
 
     void show(Screen screen) override;

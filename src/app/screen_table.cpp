@@ -1,8 +1,6 @@
-#include "app/screen_table.h"
-
+#include "app/screen_host.h"
 #include "frame/frmDebugWindow.h"
 #include "frame/trace.h"
-#include "records/frmDataBase.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/frmSTM.h"
 #include "tray/frmExit.h"
@@ -11,22 +9,21 @@ namespace kelvrane {
 
 namespace {
 
-template <typename Form>
-QWidget* make() {
-    return new Form;
+template <typename Window>
+QWidget* Create() {
+    return new Window;
 }
 
-constexpr ScreenRow rows[] = {
-    {Screen::frmDataBase, make<frmDataBase>},
-    {Screen::frmDebugWindow, make<frmDebugWindow>, [] { Trace().clear(); }},
-    {Screen::frmExit, make<frmExit>},
-    {Screen::frmSTM, make<frmSTM>, UnloadControlScreen},
+constexpr ScreenRow table[] = {
+    {Screen::frmDebugWindow, Create<frmDebugWindow>, [] { Trace().clear(); }},
+    {Screen::frmExit, Create<frmExit>},
+    {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},
 };
 
 } // namespace
 
 std::span<const ScreenRow> ScreenTable() {
-    return rows;
+    return table;
 }
 
 } // namespace kelvrane

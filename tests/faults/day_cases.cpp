@@ -7,7 +7,7 @@
 #include "platform/connection.h"
 #include "platform/recordset.h"
 #include "startup/install_step.h"
-#include "support/fakes.h"
+#include "support/working_day_fixture.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/working_day.h"
@@ -37,7 +37,7 @@ struct Saved {
     QStringList history; ///< every row as text, in the order of the keys
 };
 
-class DayUnderFaults : public kelvrane::testing::ProgramTest {
+class DayUnderFaults : public kelvrane::testing::WorkingDayTest {
   protected:
     DayUnderFaults();
     ~DayUnderFaults() override {
@@ -85,11 +85,6 @@ DayUnderFaults::DayUnderFaults() {
         mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     RunInstallStep();
     {
-        Connection projects(path("kelvrane.mdb"));
-        for (const char* name : {"Alpha", "Beta", "Gamma"})
-            projects.execute(QStringLiteral("INSERT INTO ProjectInfo (Project_Name, "
-                                            "Project_Number, Active) VALUES ('%1', '10', 1)")
-                                 .arg(QLatin1String(name)));
         Connection history(path("DayInfo.mdb"));
         history.begin();
         for (int day = 1; day <= pastDays; ++day)
@@ -181,8 +176,8 @@ void DayUnderFaults::expectNextStartGoesOn() {
     StopDay();
     ASSERT_EQ(DayEntries.size(), found + 1);
     const Saved end = saved();
-    EXPECT_TRUE(end.dayFile.contains("Gamma;10;")) << end.dayFile.toStdString();
-    EXPECT_TRUE(end.history.last().contains(QStringLiteral("|Gamma|10|")));
+    EXPECT_TRUE(end.dayFile.contains("Gamma;Alpha;")) << end.dayFile.toStdString();
+    EXPECT_TRUE(end.history.last().contains(QStringLiteral("|Gamma|Alpha|")));
     EXPECT_GE(end.history.size(), pastDays + 1);
     EXPECT_FALSE(disk.exists(path("temp.mdb")));
     EXPECT_NO_THROW(Connection(path("DayInfo_Backup.mdb")).columns(QStringLiteral("DayInfo")));

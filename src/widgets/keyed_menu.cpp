@@ -1,0 +1,125 @@
+#include "widgets/keyed_menu.h"
+
+#include "widgets/captions.h"
+#include "widgets/open_editor.h"
+#include "widgets/theme.h"
+
+#include <QHash>
+#include <QMenu>
+#include <QPointer>
+
+#include <utility>
+
+namespace kelvrane {
+
+namespace {
+
+/// Lives and dies with its menu.
+class MenuFiller final : public QObject {
+  public:
+    MenuFiller(QMenu* menu, KeyedItems* items) : QObject(menu), m_menu(menu), m_items(items) {
+        const auto refill = [this] { fill(); };
+        connect(items, &QAbstractItemModel::rowsInserted, this, refill);
+        connect(items, &QAbstractItemModel::rowsRemoved, this, refill);
+        connect(items, &QAbstractItemModel::rowsMoved, this, refill);
+        connect(items, &QAbstractItemModel::modelReset, this, refill);
+        connect(items, &QAbstractItemModel::dataChanged, this,
+                [this](const QModelIndex& first, const QModelIndex& last) {
+                    for (int row = first.row(); row <= last.row() && row < m_actions.size(); ++row)
+                        show(m_items->items()[row], m_actions[row]);
+                });
+        fill();
+    }
+
+  private:
+    /// Puts the actions in the items' order. Those with a key stay the same objects, so a menu that
+    /// is open keeps what it shows.
+    void fill() {
+        QHash<QString, QAction*> former;
+        for (QAction* action : std::as_const(m_actions)) {
+            for (QObject* owner : action->associatedObjects())
+                if (auto* menu = qobject_cast<QMenu*>(owner))
+                    menu->removeAction(action);
+            if (action->objectName().isEmpty() || former.contains(action->objectName()))
+                action->deleteLater();
+            else
+                former.insert(action->objectName(), action);
+        }
+        m_actions.clear();
+        for (const KeyedItem& item : m_items->items()) {
+            QAction* action = former.take(item.key);
+            if (action != nullptr && (action->menu() != nullptr) != (item.kind == ItemKind::SubMenu)) {
+                discard(action);
+                action = nullptr;
+            }
+            if (action == nullptr)
+                action = create(item);
+            m_actions.append(action);
+            show(item, action);
+        }
+        for (QAction* gone : std::as_const(former))
+            discard(gone);
+        for (qsizetype row = 0; row < m_actions.size(); ++row)
+            menuOf(m_items->items()[row])->addAction(m_actions[row]);
+    }
+
+    QAction* create(const KeyedItem& item) {
+        QAction* action = nullptr;
+        if (item.kind == ItemKind::SubMenu) {
+            auto* subMenu = new QMenu(m_menu);
+            subMenu->setToolTipsVisible(true);
+            action = subMenu->menuAction();
+        } else {
+            action = new QAction(m_menu);
+            connect(action, &QAction::triggered, this, [this, action, key = item.key] {
+                CommitOpenEditor();
+                const QPointer<MenuFiller> alive(this);
+                m_items->click(key);
+                // The desktop ticked it; what counts is the item.
+                if (alive && m_items->contains(key))
+                    show(m_items->item(key), action);
+            });
+        }
+        action->setObjectName(item.key);
+        return action;
+    }
+
+    static void discard(QAction* action) {
+        if (QMenu* subMenu = action->menu())
+            subMenu->deleteLater();
+        else
+            action->deleteLater();
+    }
+
+    /// The menu that holds an item: its parent's, or the whole.
+    QMenu* menuOf(const KeyedItem& item) const {
+        const int row = m_items->rowOf(item.parent);
+        QMenu* menu = row < 0 ? nullptr : m_actions[row]->menu();
+        return menu == nullptr ? m_menu : menu;
+    }
+
+    static void show(const KeyedItem& item, QAction* action) {
+        action->setSeparator(item.kind == ItemKind::Separator);
+        action->setText(ControlCaption(item.caption));
+        action->setToolTip(item.toolTip);
+        action->setIcon(theme::Icon(item.image));
+        action->setEnabled(item.enabled);
+        action->setVisible(item.visible);
+        action->setCheckable(item.kind == ItemKind::Check || item.kind == ItemKind::Choice ||
+                             item.ticked);
+        action->setChecked(item.ticked);
+    }
+
+    QMenu* m_menu;
+    KeyedItems* m_items;
+    QList<QAction*> m_actions; ///< one for each item, in their order
+};
+
+} // namespace
+
+void BindMenu(QMenu* menu, KeyedItems* items) {
+    menu->setToolTipsVisible(true);
+    new MenuFiller(menu, items); // a child of the menu
+}
+
+} // namespace kelvrane

@@ -1,0 +1,29 @@
+#include "widgets/open_editor.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <utility>
+
+namespace kelvrane {
+
+namespace {
+
+QPointer<QObject> openEditor;
+std::function<void()> commitStep;
+
+} // namespace
+
+void SetOpenEditor(QObject* editor, std::function<void()> commit) {
+    openEditor = editor;
+    commitStep = std::move(commit);
+}
+
+void CommitOpenEditor() {
+    if (!openEditor)
+        return;
+    openEditor = nullptr; // first, since the step may come here again
+    std::exchange(commitStep, {})();
+}
+
+} // namespace kelvrane
