@@ -142,13 +142,15 @@ std::vector<Saved> DayUnderFaults::statesOfTheDay() {
                       const Saved now = saved();
                       QFile file(outside.filePath("state"));
                       ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-                      QDataStream(&file) << now.dayFile << now.history;
+                      QDataStream stream(&file);
+                      stream << now.dayFile << now.history;
                   }),
                   0);
         QFile file(outside.filePath("state"));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         Saved state;
-        QDataStream(&file) >> state.dayFile >> state.history;
+        QDataStream stream(&file);
+        stream >> state.dayFile >> state.history;
         states.push_back(state);
     }
     restoreFolder();
