@@ -1,59 +1,76 @@
 #include "charts/chart_types.h"
 
 #include <algorithm>
+#include <array>
 
 namespace kelvrane {
 
 namespace {
 
+struct Row {
+    const char* description;
+    chartspace::ChartType type;
+    bool is3D;
+};
+
 using chartspace::ChartType;
 
-constexpr int columnCount = 7;
-constexpr int barCount = 7;
-
-// The constants are not in the order of the rows.
-constexpr ChartTypeRecord table[ChartTypeCount] = {
-    {"Stacked Column", ChartType::ColumnStacked, false},
-    {"Clustered Column", ChartType::ColumnClustered, false},
-    {"100 Stacked Column", ChartType::ColumnStacked100, false},
-    {"3D Column", ChartType::Column3D, true},
-    {"3D Stacked Column", ChartType::ColumnStacked3D, true},
-    {"3D Column Clustered", ChartType::ColumnClustered3D, true},
-    {"100 3D Stacked Column", ChartType::ColumnStacked1003D, true},
-    {"Stacked Bar", ChartType::BarStacked, false},
-    {"Clustered Bar", ChartType::BarClustered, false},
-    {"100 Stacked Bar", ChartType::BarStacked100, false},
-    {"3D Bar", ChartType::Bar3D, true},
-    {"3D Stacked Bar", ChartType::BarStacked3D, true},
-    {"3D Bar Clustered", ChartType::BarClustered3D, true},
-    {"3D 100 Stacked Bar", ChartType::BarStacked1003D, true},
-    {"Pie", ChartType::Pie, false},
-    {"Exploding Pie", ChartType::PieExploded, false},
-    {"Stacked Pie", ChartType::PieStacked, false},
-    {"3D Pie", ChartType::Pie3D, true},
-    {"3D Exploding Pie", ChartType::PieExploded3D, true},
+constexpr std::array columnRows{
+    Row{"Stacked Column", ChartType::ColumnStacked, false},
+    Row{"Clustered Column", ChartType::ColumnClustered, false},
+    Row{"100 Stacked Column", ChartType::ColumnStacked100, false},
+    Row{"3D Column", ChartType::Column3D, true},
+    Row{"3D Stacked Column", ChartType::ColumnStacked3D, true},
+    Row{"3D Column Clustered", ChartType::ColumnClustered3D, true},
+    Row{"100 3D Stacked Column", ChartType::ColumnStacked1003D, true},
 };
+
+constexpr std::array barRows{
+    Row{"Stacked Bar", ChartType::BarStacked, false},
+    Row{"Clustered Bar", ChartType::BarClustered, false},
+    Row{"100 Stacked Bar", ChartType::BarStacked100, false},
+    Row{"3D Bar", ChartType::Bar3D, true},
+    Row{"3D Stacked Bar", ChartType::BarStacked3D, true},
+    Row{"3D Bar Clustered", ChartType::BarClustered3D, true},
+    Row{"3D 100 Stacked Bar", ChartType::BarStacked1003D, true},
+};
+
+constexpr std::array pieRows{
+    Row{"Pie", ChartType::Pie, false},
+    Row{"Exploding Pie", ChartType::PieExploded, false},
+    Row{"Stacked Pie", ChartType::PieStacked, false},
+    Row{"3D Pie", ChartType::Pie3D, true},
+    Row{"3D Exploding Pie", ChartType::PieExploded3D, true},
+};
+
+static_assert(columnRows.size() + barRows.size() + pieRows.size() == chartTypeCount);
+
+template <typename Rows>
+QList<ChartTypeRecord> Records(const Rows& rows) {
+    QList<ChartTypeRecord> records;
+    for (const Row& row : rows)
+        records.append(
+            {QString::fromLatin1(row.description), static_cast<qint16>(row.type), row.is3D});
+    return records;
+}
 
 } // namespace
 
-std::span<const ChartTypeRecord> ChartTypes() {
-    return table;
+void FillChartTypes() {
+    ColumnCharts = Records(columnRows);
+    BarCharts = Records(barRows);
+    PieCharts = Records(pieRows);
+    ChartTypes = ColumnCharts + BarCharts + PieCharts;
 }
 
-std::span<const ChartTypeRecord> ColumnCharts() {
-    return ChartTypes().first(columnCount);
+const ChartTypeRecord& ChartTypeAt(int chartIndex) {
+    if (ChartTypes.isEmpty())
+        FillChartTypes();
+    return ChartTypes.at(std::clamp(chartIndex, 0, chartTypeCount - 1));
 }
 
-std::span<const ChartTypeRecord> BarCharts() {
-    return ChartTypes().subspan(columnCount, barCount);
-}
-
-std::span<const ChartTypeRecord> PieCharts() {
-    return ChartTypes().subspan(columnCount + barCount);
-}
-
-const ChartTypeRecord& ChartTypeAt(int index) {
-    return table[std::clamp(index, 0, ChartTypeCount - 1)];
+chartspace::ChartType DrawnTypeAt(int chartIndex) {
+    return static_cast<chartspace::ChartType>(ChartTypeAt(chartIndex).ChartTypeValue);
 }
 
 } // namespace kelvrane

@@ -1,32 +1,35 @@
-// The table of the 19 chart types. The daily chart walks it by ChartIndex; the chart screens keep
-// the constant and the description.
+// The chart types that the user may choose from, in their given order. The daily chart keeps its
+// type as an index into the whole table, the chart screen keeps value and description.
 #pragma once
 
 #include "chartspace/chart.h"
 
+#include <QList>
 #include <QString>
-
-#include <span>
 
 namespace kelvrane {
 
 struct ChartTypeRecord {
-    const char* Description;
-    chartspace::ChartType type; ///< the stored constant
-    bool Is3D;
+    QString Description;
+    qint16 ChartTypeValue = 0; ///< number of a chartspace::ChartType
+    bool Is3D = false;
 
-    int ChartTypeValue() const { return static_cast<int>(type); }
+    bool operator==(const ChartTypeRecord&) const = default;
 };
 
-inline constexpr int ChartTypeCount = 19;
+inline QList<ChartTypeRecord> ColumnCharts; ///< 7
+inline QList<ChartTypeRecord> BarCharts;    ///< 7
+inline QList<ChartTypeRecord> PieCharts;    ///< 5
+inline QList<ChartTypeRecord> ChartTypes;   ///< columns, bars, pies: the table of ChartIndex
 
-/// The whole table: columns, bars, pies. Index 0 is "Stacked Column".
-std::span<const ChartTypeRecord> ChartTypes();
-std::span<const ChartTypeRecord> ColumnCharts();
-std::span<const ChartTypeRecord> BarCharts();
-std::span<const ChartTypeRecord> PieCharts();
+inline constexpr int chartTypeCount = 19;
 
-/// The record at an index, clamped to 0..18.
-const ChartTypeRecord& ChartTypeAt(int index);
+/// Fills the three lists and the whole table; a second call gives the same.
+void FillChartTypes();
+
+/// The row of a 0-based index, which is clamped to the table. Fills the table when it is empty.
+const ChartTypeRecord& ChartTypeAt(int chartIndex);
+/// What that row draws.
+chartspace::ChartType DrawnTypeAt(int chartIndex);
 
 } // namespace kelvrane

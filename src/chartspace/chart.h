@@ -39,11 +39,11 @@ struct Series {
 
 /// Degrees, but for the perspective in percent. The ranges are those of the sliders.
 struct View3D {
-    double rotation = 20;          ///< 0 to 360
-    double inclination = 15;       ///< -90 to 90
-    double perspective = 20;       ///< 0 to 100
-    double lightRotation = 315;    ///< 0 to 360
-    double lightInclination = 15;  ///< -90 to 90
+    double rotation = 20;         ///< 0 to 360
+    double inclination = 15;      ///< -90 to 90
+    double perspective = 20;      ///< 0 to 100
+    double lightRotation = 315;   ///< 0 to 360
+    double lightInclination = 15; ///< -90 to 90
     bool operator==(const View3D&) const = default;
 };
 
@@ -52,8 +52,8 @@ struct Chart {
     QStringList categories;
     QList<Series> series;
     bool legend = true;
-    QString title;      ///< over the plot; empty: none
-    QString emptyText;  ///< shown alone, in the middle, when there are no categories or series
+    QString title;     ///< over the plot; empty: none
+    QString emptyText; ///< shown alone, in the middle, when there are no categories or series
     View3D view;
     bool operator==(const Chart&) const = default;
 };

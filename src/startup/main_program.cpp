@@ -1,5 +1,6 @@
 #include "startup/main_program.h"
 
+#include "charts/chart_types.h"
 #include "frame/error_report.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
@@ -163,6 +164,7 @@ StartResult Main(const QString& CommandText, bool previousInstance) {
     LogStep(QStringLiteral("Creating System Tray Icon"));
     step([] { ports.tray->showIcon(); });
     LogStep(QStringLiteral("Setting Global Chart Types"));
+    FillChartTypes();
     LogStep(QStringLiteral("Loading Control form"));
     step([] { ports.screens->show(Screen::frmSTM); });
     LogStep(QStringLiteral("Loading Tips"));

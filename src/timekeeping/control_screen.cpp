@@ -82,7 +82,7 @@ void readLayout() {
     const QString index =
         ports.settings->section(section, QStringLiteral("ChartType"), QStringLiteral("0"));
     const double number = IsNumeric(index) ? ToDouble(index) : 0;
-    ChartIndex = qint64(std::clamp(number, 0.0, double(ChartTypeCount - 1)));
+    ChartIndex = qint64(std::clamp(number, 0.0, double(chartTypeCount - 1)));
 }
 
 // Launchers of the panel, and the screens that they open.
@@ -344,12 +344,12 @@ void SetDataClick(const QString& key) {
 }
 
 void NextGraphType() {
-    ChartIndex = (ChartIndex + 1) % ChartTypeCount;
+    ChartIndex = (ChartIndex + 1) % chartTypeCount;
     ApplyChartType();
 }
 
 void PreviousGraphType() {
-    ChartIndex = (ChartIndex + ChartTypeCount - 1) % ChartTypeCount;
+    ChartIndex = (ChartIndex + chartTypeCount - 1) % chartTypeCount;
     ApplyChartType();
 }
 

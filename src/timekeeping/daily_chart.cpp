@@ -41,7 +41,7 @@ QList<DayProjectTotal> totalsByProject() {
 void UpdateDailyChart() {
     NumProjects = 0;
     chartspace::Chart chart;
-    chart.type = ChartTypeAt(ChartIndex).type;
+    chart.type = DrawnTypeAt(ChartIndex);
     chart.emptyText = QStringLiteral("No Data");
     SkipErrors guard(QStringLiteral("UpdateDailyChart"));
     guard([&] {
@@ -61,7 +61,7 @@ void UpdateDailyChart() {
 
 void ApplyChartType() {
     chartspace::Chart chart = Control().dailyChart();
-    chart.type = ChartTypeAt(ChartIndex).type;
+    chart.type = DrawnTypeAt(ChartIndex);
     Control().setDailyChart(chart);
 }
 

@@ -15,6 +15,7 @@
 #include "timekeeping/daily_chart.h"
 #include "timekeeping/shut_down.h"
 #include "timekeeping/tray_state.h"
+#include "timevalues/compaction.h"
 #include "timevalues/counter.h"
 #include "timevalues/day_file.h"
 #include "timevalues/day_history.h"

@@ -30,11 +30,6 @@ void WriteDayInfoRows(const QList<DayProjectSummary>& summaries);
 /// Deletes today's row of the project; errors end in the error report.
 void DeleteSpecificProjectFromDB(const QString& Name);
 
-/// Backs <Folder>/<Base>.mdb up to <Base>_Backup.mdb, when wanted, and compacts it, with progress.
-/// Each failed step is passed over, a target is never replaced by an incomplete file, and the first
-/// error is shown at the end. No connection to the file may be open.
-void CompactDatabaseFile(const QString& Folder, const QString& Base, bool MakeBackup);
-
 /// Moves to the first row with that date or key, searching from the first row; returns the position.
 int FindRecordByDate(Recordset& rows, QDate Date);
 int FindRecordByID(Recordset& rows, qint32 ID);

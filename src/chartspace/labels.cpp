@@ -1,0 +1,194 @@
+#include "chartspace/labels.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kelvrane::chartspace {
+
+namespace {
+
+constexpr double gap = 5;          // between a label and the axis, and its neighbour at least
+constexpr double levelEnough = 92; // a shortened name of this width still says enough
+constexpr qsizetype longestName = 120;
+
+/// True when some edge of a separates the two.
+bool EdgeSeparates(const QPolygonF& a, const QPolygonF& b) {
+    for (int i = 0; i + 1 < a.size(); ++i) {
+        const QPointF edge = a[i + 1] - a[i];
+        const QPointF normal(-edge.y(), edge.x());
+        const auto span = [&normal](const QPolygonF& shape) {
+            double low = 1e300, high = -1e300;
+            for (const QPointF& p : shape) {
+                const double d = QPointF::dotProduct(p, normal);
+                low = std::min(low, d);
+                high = std::max(high, d);
+            }
+            return std::pair(low, high);
+        };
+        const auto [lowA, highA] = span(a);
+        const auto [lowB, highB] = span(b);
+        if (highA <= lowB || highB <= lowA)
+            return true;
+    }
+    return false;
+}
+
+/// The widest text; with very many, only as many as could be shown are measured.
+double Widest(const Composition& c, const LabelRow& row) {
+    const int stride = std::max(1, row.count / 200);
+    double widest = 0;
+    for (int i = 0; i < row.count; i += stride)
+        widest = std::max(widest, c.metrics.horizontalAdvance(row.text(i)) + 1);
+    return widest;
+}
+
+/// Every n-th, so that neighbours are at least that far apart.
+int StrideFor(double needed, double spacing) {
+    return spacing <= 0 ? 1 << 20
+                        : static_cast<int>(std::clamp(std::ceil(needed / spacing), 1.0, 1e6));
+}
+
+RowPlan PlanBelow(const Composition& c, const LabelRow& row, double spacing, double deepest) {
+    const double line = c.line();
+    const double widest = Widest(c, row);
+    RowPlan plan{0, 1, widest, line};
+    if (row.count == 1 || widest + 2 * gap <= spacing)
+        return plan;
+    if (!row.mayChange) {
+        plan.stride = StrideFor(widest + 2 * gap, spacing);
+        return plan;
+    }
+    if (spacing >= levelEnough) {
+        plan.longest = spacing - 2 * gap;
+        return plan;
+    }
+    const double half = std::sqrt(0.5);
+    if (spacing * half >= line * 0.95) {
+        plan.angle = -45;
+        plan.longest = std::min(widest, std::max(deepest - line * half, line * 2) / half);
+        plan.depth = (plan.longest + line) * half;
+        return plan;
+    }
+    plan.angle = -90;
+    plan.stride = StrideFor(line * 0.95, spacing);
+    plan.longest = std::min(widest, std::max(deepest, line * 2));
+    plan.depth = plan.longest;
+    return plan;
+}
+
+/// The label at its anchor; its text is shortened to what the sheet leaves in that direction.
+Label AtAnchor(const Composition& c, const LabelRow& row, const RowPlan& plan,
+               const QPointF& anchor, const QString& text) {
+    const double line = c.line();
+    const QRectF& sheet = c.sheet;
+    Label label;
+    label.font = c.font;
+    label.color = c.theme.mutedText;
+    label.role = row.role;
+    double width = plan.longest;
+    if (row.side != Side::Below) {
+        const bool left = row.side == Side::Left;
+        label.pivot = anchor + QPointF(left ? -gap : gap, 0);
+        width = std::min(width, left ? label.pivot.x() - 2 : sheet.right() - 2 - label.pivot.x());
+        label.text = row.mayChange ? Shortened(text, c.metrics, width) : text;
+        width = c.metrics.horizontalAdvance(label.text) + 1;
+        label.box = QRectF(left ? -width : 0, -line / 2, width, line);
+        label.alignment = Qt::AlignVCenter | (left ? Qt::AlignRight : Qt::AlignLeft);
+        return label;
+    }
+    label.pivot = anchor + QPointF(0, gap);
+    if (plan.angle == 0) {
+        label.text =
+            row.mayChange ? Shortened(text, c.metrics, std::min(width, sheet.width() - 4)) : text;
+        width = c.metrics.horizontalAdvance(label.text) + 1;
+        const double left = std::clamp(label.pivot.x() - width / 2, sheet.left() + 1,
+                                       std::max(sheet.left() + 1, sheet.right() - 1 - width));
+        label.box = QRectF(left - label.pivot.x(), 0, width, line);
+        return label;
+    }
+    // Turned texts end at their anchor and come up to it from the lower left.
+    const double radians = -plan.angle * M_PI / 180;
+    const double across = line / 2 * std::cos(radians);
+    label.pivot += QPointF(0, across);
+    const double down = sheet.bottom() - 2 - label.pivot.y() - across;
+    width = std::min(width, down / std::sin(radians));
+    if (plan.angle > -90)
+        width = std::min(width, (label.pivot.x() - 2 - across) / std::cos(radians));
+    label.angle = plan.angle;
+    label.text = Shortened(text, c.metrics, width);
+    width = c.metrics.horizontalAdvance(label.text) + 1;
+    label.box = QRectF(-width, -line / 2, width, line);
+    label.alignment = Qt::AlignVCenter | Qt::AlignRight;
+    return label;
+}
+
+} // namespace
+
+QString OneLine(const QString& name) {
+    if (name.size() <= longestName)
+        return name.simplified();
+    const QString shorter =
+        name.left(longestName / 2) + QChar(0x2026) + name.right(longestName / 2);
+    return shorter.simplified();
+}
+
+QString Shortened(const QString& text, const QFontMetricsF& metrics, double width) {
+    if (metrics.horizontalAdvance(text) <= width)
+        return text;
+    const QString shorter = metrics.elidedText(text, Qt::ElideMiddle, width);
+    // One letter and dots tell nobody anything.
+    return shorter.size() < 4 || metrics.horizontalAdvance(shorter) > width ? QString() : shorter;
+}
+
+bool Overlap(const Label& a, const Label& b) {
+    const QPolygonF outlineA = a.outline();
+    const QPolygonF outlineB = b.outline();
+    if (!outlineA.boundingRect().intersects(outlineB.boundingRect()))
+        return false;
+    return !EdgeSeparates(outlineA, outlineB) && !EdgeSeparates(outlineB, outlineA);
+}
+
+RowPlan PlanRow(const Composition& c, const LabelRow& row, double spacing, double deepest) {
+    if (row.side == Side::Below)
+        return PlanBelow(c, row, spacing, deepest);
+    const double widest = Widest(c, row);
+    RowPlan plan;
+    plan.longest = row.mayChange ? std::min(widest, deepest) : widest;
+    plan.depth = plan.longest;
+    plan.stride = row.count == 1 ? 1 : StrideFor(c.line() * 0.95, spacing);
+    return plan;
+}
+
+void PlaceRow(Composition& c, const LabelRow& row, const RowPlan& plan,
+              const std::vector<QPointF>& anchors) {
+    for (int i = 0; i < row.count; i += plan.stride)
+        AddIfClear(c, AtAnchor(c, row, plan, anchors[static_cast<size_t>(i)], row.text(i)));
+}
+
+bool AddIfClear(Composition& c, Label label) {
+    if (label.text.isEmpty())
+        return false;
+    const QRectF bounds = label.outline().boundingRect();
+    if (!c.sheet.adjusted(-0.5, -0.5, 0.5, 0.5).contains(bounds))
+        return false;
+    const bool taken = std::any_of(c.labels.cbegin(), c.labels.cend(),
+                                   [&label](const Label& other) { return Overlap(label, other); });
+    if (!taken)
+        c.labels.append(std::move(label));
+    return !taken;
+}
+
+Label LevelLabel(const Composition& c, const QString& text, const QRectF& box,
+                 Qt::Alignment alignment, LabelRole role) {
+    Label label;
+    label.text = text;
+    label.pivot = box.topLeft();
+    label.box = QRectF(QPointF(0, 0), box.size());
+    label.font = c.font;
+    label.color = c.theme.text;
+    label.alignment = alignment;
+    label.role = role;
+    return label;
+}
+
+} // namespace kelvrane::chartspace
