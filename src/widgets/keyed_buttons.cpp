@@ -34,6 +34,7 @@ class ItemMark final : public Button {
     explicit ItemMark(QWidget* parent) : Button(parent) {
         this->setAutoExclusive(false);
         this->setIconSize({20, 20});
+        this->setMinimumHeight(theme::RowHeight);
     }
 
   protected:
@@ -83,8 +84,9 @@ KeyedButtons::KeyedButtons(KeyedItems* items, const QString& heading, QWidget* p
     layout->addStretch(1);
     m_grid->setContentsMargins(4, 0, 4, theme::Step);
     m_grid->setHorizontalSpacing(0);
-    m_grid->setVerticalSpacing(2);
+    m_grid->setVerticalSpacing(3);
     m_grid->setColumnMinimumWidth(0, LeadWidth);
+    m_grid->setColumnMinimumWidth(LastColumn + 1, LeadWidth);
     m_grid->setColumnStretch(LastColumn, 1);
     setAccessibleName(m_heading->text());
 
@@ -138,7 +140,7 @@ void KeyedButtons::place(const Row& row, int line) {
         m_grid->addWidget(row.caption, line, 1);
         m_grid->addWidget(row.control, line, LastColumn);
     } else if (reachesOver) {
-        m_grid->addWidget(row.control, line, 0, 1, LastColumn + 1);
+        m_grid->addWidget(row.control, line, 0, 1, LastColumn + 2);
     } else {
         m_grid->addWidget(row.control, line, 1, 1, LastColumn);
     }
