@@ -1,6 +1,6 @@
 #include "widgets/captions.h"
 
-#include <Qt>
+#include <QTextDocument>
 
 namespace kelvrane {
 

@@ -20,7 +20,7 @@ bool OnWayland() {
 
 } // namespace
 
-TrayIcon::TrayIcon(KeyedItems* contextMenu, KeyedItems* recentMenu, Desktop desktop)
+TrayIcon::TrayIcon(KeyedItems* contextMenu, KeyedItems* recentMenu, TrayDesktop desktop)
     : m_desktop(std::move(desktop)) {
     BindMenu(&m_recentMenu, recentMenu);
     BindMenu(&m_recentSubMenu, recentMenu);
@@ -77,7 +77,8 @@ void TrayIcon::checkTray() {
         m_icon.hide();
         m_icon.show();
         m_fallback.release()->deleteLater();
-    } else if (!m_fallback && m_sinceStart.durationElapsed() >= m_desktop.patience) {
+    } else if (!m_fallback &&
+               std::chrono::milliseconds(m_sinceStart.elapsed()) >= m_desktop.patience) {
         openFallback();
     }
 }
