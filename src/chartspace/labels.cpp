@@ -113,7 +113,8 @@ Label AtAnchor(const Composition& c, const LabelRow& row, const RowPlan& plan,
     double width = plan.longest;
     if (row.side != Side::Below) {
         const bool left = row.side == Side::Left;
-        label.pivot = anchor + QPointF(left ? -gap : gap, 0);
+        const double away = gap + row.lean * line / 2;
+        label.pivot = anchor + QPointF(left ? -away : away, 0);
         width = std::min(width, left ? label.pivot.x() - 2 : sheet.right() - 2 - label.pivot.x());
         label.text = row.mayChange ? Shortened(text, c.metrics, width) : text;
         width = c.metrics.horizontalAdvance(label.text) + 1;
@@ -131,6 +132,7 @@ Label AtAnchor(const Composition& c, const LabelRow& row, const RowPlan& plan,
         const QStringList lines = label.text.split(QLatin1Char('\n'));
         for (const QString& part : lines)
             width = std::max(width, c.metrics.horizontalAdvance(part) + 1);
+        label.pivot.ry() += row.lean * width / 2;
         const double left = std::clamp(label.pivot.x() - width / 2, sheet.left() + 1,
                                        std::max(sheet.left() + 1, sheet.right() - 1 - width));
         label.box =
@@ -169,7 +171,7 @@ QString Shortened(const QString& text, const QFontMetricsF& metrics, double widt
         return text;
     const QString shorter = metrics.elidedText(text, Qt::ElideMiddle, width);
     // One letter and dots tell nobody anything.
-    return shorter.size() < 4 || metrics.horizontalAdvance(shorter) > width ? QString() : shorter;
+    return shorter.size() < 5 || metrics.horizontalAdvance(shorter) > width ? QString() : shorter;
 }
 
 bool Overlap(const Label& a, const Label& b) {

@@ -35,6 +35,8 @@ struct LabelRow {
     Side side = Side::Below;
     LabelRole role = LabelRole::Category;
     bool mayChange = true; ///< may be turned and shortened (names); else only thinned out (numbers)
+    /// How far the axis leans towards its labels, a pixel along it; makes their distance larger.
+    double lean = 0;
 };
 
 /// spacing: distance of neighbouring anchors along the axis; deepest: what the row may take.

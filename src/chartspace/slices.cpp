@@ -60,8 +60,9 @@ void AddSide(Composition& c, std::vector<RimLabel> side, const QRectF& pie, bool
         const QPointF knee(left ? std::min(side[i].rim.x(), pie.left() - 2)
                                 : std::max(side[i].rim.x(), pie.right() + 2),
                            ys[i]);
+        // First of all marks, so that a line from behind a solid pie stays behind it.
         const bool reaches = std::abs(side[i].rim.y() - ys[i]) < 1;
-        c.marks.append(
+        c.marks.prepend(
             {reaches ? QPolygonF({side[i].rim, end}) : QPolygonF({side[i].rim, knee, end}),
              Qt::NoBrush, QPen(c.theme.baseLine, 1)});
     }
@@ -107,7 +108,7 @@ double RimWidth(const Composition& c, const std::vector<QString>& names) {
     for (const QString& name : names)
         widest = std::max(widest, c.metrics.horizontalAdvance(name) + 1);
     widest += c.metrics.horizontalAdvance(QStringLiteral("  100%"));
-    return std::min(widest, c.room.width() * 0.33) + leader + away;
+    return std::min(widest, std::max(c.room.width() * 0.26, 110.0)) + leader + away;
 }
 
 void AddRimLabels(Composition& c, std::vector<RimLabel> labels, const QRectF& pie) {

@@ -10,14 +10,6 @@ namespace kelvrane::chartspace {
 
 namespace {
 
-struct Box {
-    Vec3 low;
-    Vec3 high;
-    int series;
-    int category;
-    Vec3 distance; ///< from the viewer: along categories, depth, values
-};
-
 constexpr double depthFilled = 0.66; // of a row's depth, where rows stand behind each other
 
 Stage StageOf(const Composition& c, double height) {
@@ -94,7 +86,8 @@ QPolygonF SideOf(const Camera& camera, const Vec3& low, const Vec3& high, size_t
     return outline;
 }
 
-void AddBox(Composition& c, const Camera& camera, const Box& box) {
+/// Closed: a line in the faces' own colour hides the seams between them.
+void AddBox(Composition& c, const Camera& camera, const Box& box, bool closed) {
     const Vec3& eye = camera.eye();
     const QColor color = c.seriesColor(box.series);
     for (size_t axis = 0; axis < 3; ++axis) {
@@ -106,8 +99,8 @@ void AddBox(Composition& c, const Camera& camera, const Box& box) {
         const QColor lit = camera.lit(color, normal);
         c.marks.append(
             {SideOf(camera, box.low, box.high, axis, above ? box.high[axis] : box.low[axis]), lit,
-             QPen(lit, 0.6, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin), box.series,
-             box.category});
+             closed ? QPen(lit, 0.6, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin) : QPen(Qt::NoPen),
+             box.series, box.category});
     }
 }
 
@@ -146,7 +139,7 @@ QRectF StageRoom(const Composition& c) {
     const LabelRow values = ValueRow(axis, columns ? Side::Left : Side::Below);
     const LabelRow names = CategoryRow(c, columns ? Side::Below : Side::Left);
     constexpr double away = 6;
-    room.setTop(room.top() + 2);
+    room.setTop(room.top() + c.line() / 2);
     if (c.form.arrangement == Arrangement::Deep && !c.chart.legend) {
         double widest = 0;
         for (const Series& series : c.chart.series)
@@ -154,10 +147,10 @@ QRectF StageRoom(const Composition& c) {
         room.setRight(room.right() - std::min(widest + away, room.width() * 0.15));
     }
     if (columns) {
-        room.setLeft(room.left() + PlanRow(c, values, 1, 0).depth + away);
+        room.setLeft(room.left() + PlanRow(c, values, 1, 0).depth + 2 * away);
         const double spacing = room.width() * 0.85 / names.count;
         const RowPlan plan = PlanRow(c, names, spacing, room.height() * 0.32);
-        room.setBottom(room.bottom() - plan.depth - away);
+        room.setBottom(room.bottom() - plan.depth - 2 * away);
     } else {
         room.setBottom(room.bottom() - c.line() - away);
         const RowPlan plan = PlanRow(c, names, room.height() / names.count, room.width() * 0.32);
@@ -170,19 +163,29 @@ QRectF StageRoom(const Composition& c) {
 
 } // namespace
 
-void DrawSolid(Composition& c) {
+std::optional<SolidLayout> LayOutSolid(const Composition& c) {
     const QRectF room = StageRoom(c);
     if (room.width() < 8 || room.height() < 8)
-        return;
+        return std::nullopt;
     const Stage stage = FittingStage(c, room);
     Camera camera(c.chart.view, stage.radius());
-    c.plot = camera.fit(stage.corners(), room);
-    const bool columns = stage.up == 1;
-    const ValueAxis axis = AxisFor(c, columns ? c.plot.height() * 0.85 : c.plot.width() * 0.9);
-    AddWalls(c, camera, stage, axis);
-    for (const Box& box : SortedBoxes(c, stage, axis, camera.eye()))
-        AddBox(c, camera, box);
-    AddStageLabels(c, camera, stage, axis);
+    const QRectF plot = camera.fit(stage.corners(), room);
+    const ValueAxis axis = AxisFor(c, stage.up == 1 ? plot.height() * 0.85 : plot.width() * 0.9);
+    std::vector<Box> boxes = SortedBoxes(c, stage, axis, camera.eye());
+    return SolidLayout{stage, camera, plot, axis, std::move(boxes)};
+}
+
+void DrawSolid(Composition& c) {
+    const auto layout = LayOutSolid(c);
+    if (!layout)
+        return;
+    c.plot = layout->plot;
+    AddWalls(c, layout->camera, layout->stage, layout->axis);
+    // Among thousands, thinner than a pixel, nobody sees seams, and they cost most of the time.
+    const bool closed = layout->boxes.size() < 1000;
+    for (const Box& box : layout->boxes)
+        AddBox(c, layout->camera, box, closed);
+    AddStageLabels(c, layout->camera, layout->stage, layout->axis);
 }
 
 } // namespace kelvrane::chartspace

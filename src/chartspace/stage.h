@@ -5,6 +5,7 @@
 #include "chartspace/camera.h"
 
 #include <cmath>
+#include <optional>
 #include <vector>
 
 namespace kelvrane::chartspace {
@@ -38,6 +39,27 @@ struct Stage {
 inline bool FromBehind(const View3D& view) {
     return std::cos(view.rotation * M_PI / 180) < 0;
 }
+
+/// A solid column or bar.
+struct Box {
+    Vec3 low;
+    Vec3 high;
+    int series;
+    int category;
+    Vec3 distance; ///< from the viewer: along categories, depth, values
+};
+
+/// A solid chart of columns or bars, ready to be drawn.
+struct SolidLayout {
+    Stage stage;
+    Camera camera;
+    QRectF plot; ///< what the stage covers on the picture
+    ValueAxis axis;
+    std::vector<Box> boxes; ///< in the order of painting: none covers one that is nearer
+};
+
+/// Nothing when there is no room.
+std::optional<SolidLayout> LayOutSolid(const Composition& c);
 
 /// Values, names and, without a legend, series along the edges of the stage's picture.
 void AddStageLabels(Composition& c, const Camera& camera, const Stage& stage,

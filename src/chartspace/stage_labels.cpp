@@ -82,12 +82,14 @@ void AddEdgeLabels(Composition& c, LabelRow row, const std::vector<Edge>& edges,
     const double parts = std::max(1, row.role == LabelRole::Value ? row.count - 1 : row.count);
     if (pick == Pick::Lowest && LiesLevel(edge)) {
         row.side = Side::Below;
+        row.lean = std::abs(edge.run().y() / std::max(1.0, std::abs(edge.run().x())));
         spacing = std::abs(edge.run().x()) / parts;
         deepest = c.sheet.bottom() - std::max(edge.from.y(), edge.to.y()) - 8;
     } else {
         const bool left =
             pick == Pick::Leftmost || (pick == Pick::Lowest && edge.middle().x() < middle);
         row.side = left ? Side::Left : Side::Right;
+        row.lean = std::abs(edge.run().x() / std::max(1.0, std::abs(edge.run().y())));
         spacing = std::abs(edge.run().y()) / parts;
         deepest = left ? edge.middle().x() - 8 : c.sheet.right() - edge.middle().x() - 8;
     }
