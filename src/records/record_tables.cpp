@@ -82,7 +82,8 @@ void OpenProjectTable(const QString& mode, int* count) {
 }
 
 void CloseProjectTable() {
-    CloseProjectTable(ProjectTable.get());
+    Projects().closeLast();
+    ProjectRecordsOpen = ProjectTable != nullptr;
 }
 
 void CloseProjectTable(const OpenTable* opened) {
@@ -95,7 +96,7 @@ void OpenCustomerTable(const QString& mode, int* count) {
 }
 
 void CloseCustomerTable() {
-    CloseCustomerTable(CustomerTable.get());
+    Customers().closeLast();
 }
 
 void CloseCustomerTable(const OpenTable* opened) {

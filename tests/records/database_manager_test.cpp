@@ -20,11 +20,7 @@ class DatabaseManagerTest : public RecordTest {
         };
         selectionSinks = {sink("day"), sink("modify"), sink("calendar")};
         screens.visible.insert(Screen::frmSTM);
-    }
-
-    void Open() {
-        WireDataBase();
-        OpenDataBase();
+        screens.loaded.insert(Screen::frmSTM);
     }
 
     QStringList Names() {
@@ -105,7 +101,7 @@ TEST_F(DatabaseManagerTest, SelectionGoesWhereTheFlagsSayAtThatMoment) {
 
 TEST_F(DatabaseManagerTest, AsksAboutARunningDuplicateThenAboutAnInactiveProject) {
     AddProject(QStringLiteral("Alpha"), QStringLiteral("A-1"), 0, false);
-    DayEntries = {{.ProjectName = "Alpha", .ProjectNumber = "A-1", .StartTime = "9:00 AM"}};
+    DayEntries = {{"Alpha", "A-1", "9:00 AM", "", "", ""}};
     CurrentEntryIndex = 0;
     Open();
     dialogs.expect(QStringLiteral("The project is currently active.  Add project again?"),
@@ -190,6 +186,7 @@ TEST_F(DatabaseManagerTest, ClosingWithoutASelectionUndoesTheChoiceThatOpenedIt)
         EXPECT_FALSE(ProjectTable);
         EXPECT_FALSE(CustomerTable);
         screens.visible.insert(Screen::frmSTM);
+        screens.loaded.insert(Screen::frmSTM);
     }
 }
 

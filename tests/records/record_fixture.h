@@ -8,6 +8,7 @@
 #include "records/record_state.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
+#include "startup/database_schema.h"
 #include "support/fakes.h"
 
 namespace kelvrane::testing {
@@ -18,7 +19,7 @@ class RecordTest : public ProgramTest {
         recordState = {};
         selectionSinks = {};
         ProjectDatabase = path(QStringLiteral("projects.mdb"));
-        CreateDatabase();
+        CreateProjectDatabase(ProjectDatabase);
         screens.onUnload = [](Screen screen) {
             if (screen == Screen::frmDataBase)
                 UnloadDataBase();
@@ -32,18 +33,6 @@ class RecordTest : public ProgramTest {
         CloseCustomerTable();
         recordState = {};
         selectionSinks = {};
-    }
-
-    void CreateDatabase() {
-        writeFile(QStringLiteral("projects.mdb"), {});
-        Execute(QStringLiteral(
-            "CREATE TABLE ProjectInfo (ProjectID INTEGER PRIMARY KEY AUTOINCREMENT, "
-            "Project_Name TEXT, Project_Number TEXT, Entry_Date DATE, Active BOOLEAN, Notes TEXT, "
-            "Rate DOUBLE, CustomerID TEXT, CustInfoDBID INTEGER)"));
-        Execute(QStringLiteral(
-            "CREATE TABLE CustomerInfo (ID INTEGER PRIMARY KEY AUTOINCREMENT, Company TEXT, Title "
-            "TEXT, FirstName TEXT, LastName TEXT, Address1 TEXT, Address2 TEXT, City TEXT, State "
-            "TEXT, ZipCode TEXT, Discount DOUBLE)"));
     }
 
     static void Execute(const QString& sql) { Connection(ProjectDatabase).execute(sql); }
@@ -103,9 +92,13 @@ class RecordTest : public ProgramTest {
     static void Type(const char* key, const QString& text) {
         RecordPanel().edit(QString::fromLatin1(key), text);
     }
-    static void OpenManager() {
+    void Open() {
         WireDataBase();
+        screens.loaded.insert(Screen::frmDataBase);
         OpenDataBase();
+    }
+    void OpenManager() {
+        Open();
         Manager().smuiOptions.click(QStringLiteral("DB Manager"));
     }
     static void Edit(const char* key) { Manager().smuiPanel1.click(QString::fromLatin1(key)); }

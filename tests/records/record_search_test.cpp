@@ -6,11 +6,10 @@ namespace {
 
 class RecordSearchTest : public RecordTest {
   protected:
-    void Open(std::initializer_list<const char*> names) {
+    void OpenWith(std::initializer_list<const char*> names) {
         for (const char* name : names)
             AddProject(QString::fromLatin1(name));
-        WireDataBase();
-        OpenDataBase();
+        Open();
         View("FIND");
     }
     static void Look(const QString& text) { Manager().smuiFind.edit(QStringLiteral("FIND"), text); }
@@ -23,7 +22,7 @@ class RecordSearchTest : public RecordTest {
 };
 
 TEST_F(RecordSearchTest, RecordsAreSearchedForwardFieldByField) {
-    Open({"Alpha", "beta", "ALPHABET"});
+    OpenWith({"Alpha", "beta", "ALPHABET"});
     ExpectNothing("Please select something to find");
     EXPECT_EQ(dialogs.shown.last().title, "Nothing to Find");
     Look(QStringLiteral("alpha"));
@@ -43,7 +42,7 @@ TEST_F(RecordSearchTest, RecordsAreSearchedForwardFieldByField) {
 }
 
 TEST_F(RecordSearchTest, ListWithAllFieldsMovesOnByAColumnAMiss) {
-    Open({"A", "B", "C", "D", "E", "F", "G", "H", "needle"});
+    OpenWith({"A", "B", "C", "D", "E", "F", "G", "H", "needle"});
     View("LIST_VIEW");
     ASSERT_EQ(Manager().ListView1.columnCount(), 8);
     Look(QStringLiteral("needle"));
@@ -58,7 +57,7 @@ TEST_F(RecordSearchTest, ListWithAllFieldsMovesOnByAColumnAMiss) {
 }
 
 TEST_F(RecordSearchTest, TheFindPanelOpensAndClosesAndRestartsTheSearch) {
-    Open({"A"});
+    OpenWith({"A"});
     EXPECT_TRUE(Manager().state.FindShown);
     EXPECT_EQ(Manager().smuiFind.item(QStringLiteral("FIELDS")).choices, QStringList("All"));
     Manager().smuiFind.click(QStringLiteral("SEARCH BACKWARD"));
@@ -70,7 +69,7 @@ TEST_F(RecordSearchTest, TheFindPanelOpensAndClosesAndRestartsTheSearch) {
 }
 
 TEST_F(RecordSearchTest, AnEmptyDatabaseHasNothingToFind) {
-    Open({});
+    OpenWith({});
     Look(QStringLiteral("x"));
     ExpectNothing("No records to find because Project Database is empty");
     EXPECT_EQ(dialogs.shown.last().title, "Database is Empty");
