@@ -25,6 +25,7 @@ struct RowPlan {
     double angle = 0;   ///< 0, -45 or -90 degrees
     int stride = 1;     ///< every n-th is shown
     double longest = 0; ///< width of a text at most
+    int lines = 1;      ///< of a level text
     double depth = 0;   ///< room that the row takes, away from the axis
 };
 

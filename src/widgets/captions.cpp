@@ -1,5 +1,7 @@
 #include "widgets/captions.h"
 
+#include <QTextDocument>
+
 namespace kelvrane {
 
 QString ShownCaption(const QString& caption) {
@@ -18,6 +20,26 @@ QString ControlCaption(const QString& caption) {
 QString EscapeMnemonics(const QString& text) {
     QString escaped = text;
     return escaped.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+QString PlainToolTip(const QString& text) {
+    constexpr qsizetype Longest = 2000;
+    if (text.size() < 60 && !Qt::mightBeRichText(text))
+        return text;
+    const QString shown = text.size() > Longest ? text.left(Longest) + QChar(0x2026) : text;
+    return QStringLiteral("<p style=\"white-space:pre-wrap\">") + shown.toHtmlEscaped() +
+           QStringLiteral("</p>");
+}
+
+QString OneLine(const QString& text) {
+    constexpr qsizetype Longest = 400;
+    QString line = text;
+    if (line.size() > Longest)
+        line = line.left(Longest / 2) + QChar(0x2026) + line.right(Longest / 2);
+    for (QChar& character : line)
+        if (character.category() == QChar::Other_Control)
+            character = QLatin1Char(' ');
+    return line;
 }
 
 } // namespace kelvrane

@@ -15,4 +15,11 @@ QString ControlCaption(const QString& caption);
 /// Plain text for such controls: every "&" is shown.
 QString EscapeMnemonics(const QString& text);
 
+/// Text for a tool tip that is shown as it stands, "<" included, and wraps when long.
+QString PlainToolTip(const QString& text);
+
+/// One line of bounded length for painting: breaks as blanks, the middle of an endless text left
+/// out.
+QString OneLine(const QString& text);
+
 } // namespace kelvrane

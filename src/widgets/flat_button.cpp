@@ -65,8 +65,6 @@ int FlatButton::widthWith(bool word) const {
         width += iconSize().width() + (hasWord ? theme::Step : 0);
     if (hasWord)
         width += fontMetrics().horizontalAdvance(m_caption) + 2;
-    if (menu() != nullptr)
-        width += theme::Margin;
     return width;
 }
 
@@ -80,7 +78,7 @@ void FlatButton::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF frame = QRectF(rect()).adjusted(1, 1, -1, -1);
 
-    const bool pressed = isDown() || (menu() != nullptr && menu()->isVisible());
+    const bool pressed = isDown();
     const bool lit = isEnabled() && (underMouse() || pressed || isChecked());
     if (lit) {
         painter.setPen(Qt::NoPen);
@@ -108,17 +106,9 @@ void FlatButton::paintEvent(QPaintEvent*) {
     if (hasWord) {
         const auto group = isEnabled() ? QPalette::Active : QPalette::Disabled;
         painter.setPen(palette().color(group, QPalette::WindowText));
-        const int arrow = menu() != nullptr ? theme::Margin : 0;
-        const QRect place(left, 0, width() - left - Pad - arrow + 2, height());
+        const QRect place(left, 0, width() - left - Pad + 2, height());
         painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
                          fontMetrics().elidedText(m_caption, Qt::ElideRight, place.width()));
-    }
-    if (menu() != nullptr) {
-        const int side = 12;
-        painter.drawPixmap(
-            QRect(width() - Pad - side + 2, (height() - side) / 2, side, side),
-            theme::IconPixmap(QStringLiteral("down"), side, theme::SecondaryText(palette()),
-                              devicePixelRatioF()));
     }
 }
 

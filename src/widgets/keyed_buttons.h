@@ -8,9 +8,10 @@
 #include <QWidget>
 
 class QGridLayout;
-class QLabel;
 
 namespace kelvrane {
+
+class HeadingLine;
 
 /// Each control's object name is its key. Text typed is handed on with every key stroke.
 class KeyedButtons : public QWidget {
@@ -24,19 +25,21 @@ class KeyedButtons : public QWidget {
 
   private:
     struct Row {
-        ItemKind kind;
-        QWidget* caption; ///< may be null
-        QWidget* control;
+        ItemKind kind = ItemKind::Text;
+        QWidget* caption = nullptr; ///< stands before a field
+        QWidget* control = nullptr;
     };
 
     void rebuild();
+    void place(const Row& row, int line);
     void refresh(int first, int last);
     Row create(const KeyedItem& item);
+    QWidget* createControl(const KeyedItem& item);
     void show(const KeyedItem& item, const Row& row);
     void applyPalette();
 
     KeyedItems* m_items;
-    QWidget* m_headingBox;
+    HeadingLine* m_heading;
     QGridLayout* m_grid;
     QList<Row> m_rows; ///< one for each item, in their order
     QHash<QString, Row> m_byKey;

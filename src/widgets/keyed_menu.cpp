@@ -48,7 +48,8 @@ class MenuFiller final : public QObject {
         m_actions.clear();
         for (const KeyedItem& item : m_items->items()) {
             QAction* action = former.take(item.key);
-            if (action != nullptr && (action->menu() != nullptr) != (item.kind == ItemKind::SubMenu)) {
+            if (action != nullptr &&
+                (action->menu() != nullptr) != (item.kind == ItemKind::SubMenu)) {
                 discard(action);
                 action = nullptr;
             }

@@ -9,10 +9,9 @@
 #include <QStringList>
 #include <QWidget>
 
-class QLabel;
-
 namespace kelvrane {
 
+class HeadingLine;
 class PanelView;
 
 class KeyedPanel : public QWidget {
@@ -55,14 +54,9 @@ class KeyedPanel : public QWidget {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
   private:
-    void applyPalette();
-
-    KeyedItems* m_items;
-    QLabel* m_heading;
-    QWidget* m_line;
+    HeadingLine* m_heading;
     PanelView* m_view;
 };
 

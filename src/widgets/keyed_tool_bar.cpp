@@ -127,7 +127,9 @@ void KeyedToolBar::fitWords() {
     updateGeometry();
 }
 
-QSize KeyedToolBar::sizeHint() const { return {widthWith(true), minimumSizeHint().height()}; }
+QSize KeyedToolBar::sizeHint() const {
+    return {widthWith(true), minimumSizeHint().height()};
+}
 
 QSize KeyedToolBar::minimumSizeHint() const {
     int height = 32;

@@ -68,9 +68,8 @@ class FlatTabBar final : public QTabBar {
         painter.setPen(!isTabEnabled(tab) ? palette().color(QPalette::Disabled, QPalette::Text)
                        : current          ? palette().color(QPalette::Text)
                                           : theme::SecondaryText(palette()));
-        painter.drawText(
-            text, Qt::AlignCenter | Qt::TextSingleLine,
-            fontMetrics().elidedText(plainText(tab), Qt::ElideRight, text.width()));
+        painter.drawText(text, Qt::AlignCenter | Qt::TextSingleLine,
+                         fontMetrics().elidedText(plainText(tab), Qt::ElideRight, text.width()));
         if (current) {
             painter.setPen(Qt::NoPen);
             painter.setBrush(palette().color(QPalette::Highlight));
@@ -147,7 +146,9 @@ void TabStrip::setCurrent(const QString& key) {
         turnTo(key);
 }
 
-QString TabStrip::current() const { return m_current; }
+QString TabStrip::current() const {
+    return m_current;
+}
 
 void TabStrip::turnTo(const QString& key) {
     if (key == m_current)

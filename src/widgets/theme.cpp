@@ -12,7 +12,9 @@
 
 // Outside the namespace, as the macro wants it. The icons lie in a static library, from which the
 // linker takes only what somebody asks for.
-static void LoadResources() { Q_INIT_RESOURCE(kelvrane); }
+static void LoadResources() {
+    Q_INIT_RESOURCE(kelvrane);
+}
 
 namespace kelvrane::theme {
 
@@ -82,7 +84,8 @@ class SvgIconEngine final : public QIconEngine {
   public:
     SvgIconEngine(QString name, bool tinted) : m_name(std::move(name)), m_tinted(tinted) {}
 
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
+               QIcon::State state) override {
         const double ratio = painter->device()->devicePixelRatioF();
         QPixmap rendered = scaledPixmap(rect.size() * ratio, mode, state, 1);
         rendered.setDevicePixelRatio(ratio);
@@ -173,8 +176,7 @@ QColor ValueColor(TextRole role, const QPalette& palette) {
 }
 
 QColor SecondaryText(const QPalette& palette) {
-    const QColor quiet =
-        Mix(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.36);
+    const QColor quiet = Mix(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.36);
     return ReadableOn(quiet, HardestPaper(palette), 5);
 }
 
@@ -217,7 +219,9 @@ QIcon TrayStateIcon(DayState state) {
     return icon;
 }
 
-QIcon AppIcon() { return QIcon(new SvgIconEngine(QStringLiteral("app"), false)); }
+QIcon AppIcon() {
+    return QIcon(new SvgIconEngine(QStringLiteral("app"), false));
+}
 
 QFont TabularFont(const QFont& font) {
     // Qt 6.4 has no switch for font features. Most desktop fonts have figures of one width as they
@@ -227,7 +231,11 @@ QFont TabularFont(const QFont& font) {
     return tabular;
 }
 
-int FromTwips(double twips) { return static_cast<int>(std::lround(twips / 15.0)); }
-double ToTwips(int pixels) { return pixels * 15.0; }
+int FromTwips(double twips) {
+    return static_cast<int>(std::lround(twips / 15.0));
+}
+double ToTwips(int pixels) {
+    return pixels * 15.0;
+}
 
 } // namespace kelvrane::theme

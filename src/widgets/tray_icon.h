@@ -17,17 +17,18 @@ namespace kelvrane {
 
 class TrayFallbackWindow;
 
+/// What the icon asks of the desktop.
+struct TrayDesktop {
+    std::function<bool()> hasTray = &QSystemTrayIcon::isSystemTrayAvailable;
+    std::chrono::milliseconds patience = std::chrono::seconds(20); ///< trays may start late
+    std::function<bool()> isWayland = {}; ///< asks the platform's name unless set
+};
+
 class TrayIcon : public QObject, public Tray {
     Q_OBJECT
   public:
-    struct Desktop {
-        std::function<bool()> hasTray = &QSystemTrayIcon::isSystemTrayAvailable;
-        std::chrono::milliseconds patience = std::chrono::seconds(20); ///< trays may start late
-        std::function<bool()> isWayland = {}; ///< asks the platform's name unless set
-    };
-
     /// Both models outlive the icon.
-    TrayIcon(KeyedItems* contextMenu, KeyedItems* recentMenu, Desktop desktop = {});
+    TrayIcon(KeyedItems* contextMenu, KeyedItems* recentMenu, TrayDesktop desktop = {});
     ~TrayIcon() override;
 
     void showIcon() override;
@@ -61,7 +62,7 @@ class TrayIcon : public QObject, public Tray {
     QMenu m_recentSubMenu; ///< the same again inside the context menu
     QSystemTrayIcon m_icon;
     std::unique_ptr<TrayFallbackWindow> m_fallback;
-    Desktop m_desktop;
+    TrayDesktop m_desktop;
     QElapsedTimer m_sinceStart;
     bool m_wanted = false;
     DayState m_state = DayState::Stopped;

@@ -1,0 +1,124 @@
+#include "widgets/real_ports.h"
+
+#include "frame/error_report.h"
+
+#include <QAudioDevice>
+#include <QAudioOutput>
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMediaDevices>
+#include <QMediaPlayer>
+#include <QSoundEffect>
+#include <QTimer>
+#include <QUrl>
+
+namespace kelvrane {
+
+namespace {
+
+class QtTimer final : public IntervalTimer {
+  public:
+    explicit QtTimer(QObject* owner) {
+        setParent(owner);
+        m_timer.setTimerType(Qt::PreciseTimer);
+        connect(&m_timer, &QTimer::timeout, this,
+                [this] { Guarded(QStringLiteral("Timer"), [this] { emit Timer(); }); });
+    }
+
+    void setInterval(int milliseconds) override {
+        m_interval = milliseconds;
+        run();
+    }
+    int interval() const override { return m_interval; }
+    void setEnabled(bool enabled) override {
+        m_enabled = enabled;
+        run();
+    }
+
+  private:
+    /// An interval of 0 is no ticks at all. A timer that runs as it should isn't begun anew.
+    void run() {
+        if (!m_enabled || m_interval <= 0)
+            m_timer.stop();
+        else if (!m_timer.isActive() || m_timer.interval() != m_interval)
+            m_timer.start(m_interval);
+    }
+
+    QTimer m_timer;
+    int m_interval = 0;
+    bool m_enabled = false;
+};
+
+} // namespace
+
+QtEvents::QtEvents() {
+    if (QCoreApplication* application = QCoreApplication::instance())
+        application->installEventFilter(this);
+}
+
+bool QtEvents::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Quit && watched == QCoreApplication::instance())
+        m_shuttingDown = true;
+    return false;
+}
+
+void QtEvents::yield() {
+    QCoreApplication::processEvents();
+}
+
+bool QtEvents::waitUntil(const std::function<bool()>& condition) {
+    while (!m_shuttingDown) {
+        if (condition())
+            return true;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return false;
+}
+
+void QtEvents::shutDown() {
+    m_shuttingDown = true;
+    // Wakes a wait that sleeps.
+    if (QCoreApplication* application = QCoreApplication::instance())
+        QCoreApplication::postEvent(application, new QEvent(QEvent::None));
+}
+
+IntervalTimer* QtTimers::create(QObject* parent) {
+    return new QtTimer(parent);
+}
+
+QtSound::QtSound() = default;
+QtSound::~QtSound() = default;
+
+void QtSound::play(const QString& path) {
+    if (path.isEmpty() || !QFileInfo(path).isFile() || QMediaDevices::defaultAudioOutput().isNull())
+        return;
+    const QUrl source = QUrl::fromLocalFile(path);
+    if (path.endsWith(QLatin1String(".wav"), Qt::CaseInsensitive)) {
+        if (!m_effect)
+            m_effect = std::make_unique<QSoundEffect>();
+        m_effect->setSource(source);
+        m_effect->play();
+        return;
+    }
+    if (!m_player) {
+        m_player = std::make_unique<QMediaPlayer>();
+        m_player->setAudioOutput(new QAudioOutput(m_player.get()));
+    }
+    m_player->setSource(source);
+    m_player->play();
+}
+
+void QtClipboard::setText(const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+}
+
+void QtProcess::end() {
+    m_ended = true;
+    m_events->shutDown();
+    QCoreApplication::exit(0);
+}
+
+} // namespace kelvrane
