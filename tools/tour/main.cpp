@@ -109,8 +109,9 @@ class Tour {
     void databaseManager() {
         ports.screens->show(Screen::frmDataBase);
         picture(QStringLiteral("database-single"), Screen::frmDataBase);
-        if (auto* list = screen(Screen::frmDataBase)->findChild<QAbstractButton*>(
-                QStringLiteral("LIST_VIEW")))
+        QWidget* manager = screen(Screen::frmDataBase);
+        if (auto* list = manager ? manager->findChild<QAbstractButton*>(QStringLiteral("LIST_VIEW"))
+                                 : nullptr)
             list->click();
         picture(QStringLiteral("database-list"), Screen::frmDataBase);
         ports.screens->unload(Screen::frmDataBase);
