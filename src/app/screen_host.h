@@ -53,7 +53,7 @@ class ScreenHost : public QObject, public Screens {
   private:
     struct Slot {
         const ScreenRow* row;
-        QPointer<QWidget> widget;
+        QPointer<QWidget> widget = {};
         bool creating = false;
         bool unloadWanted = false; ///< unloaded while it was being made
     };

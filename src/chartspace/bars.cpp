@@ -7,7 +7,7 @@ namespace kelvrane::chartspace {
 namespace {
 
 constexpr double filledShare = 0.66;   // of a category's room; the rest is the gap to the next
-constexpr double oneGridLineEach = 44; // pixels
+constexpr double oneGridLineEach = 30; // pixels
 
 double Highest(const Composition& c) {
     return c.form.arrangement == Arrangement::Stacked ? c.values.highestTotal()
@@ -18,7 +18,7 @@ double Highest(const Composition& c) {
 
 ValueAxis AxisFor(const Composition& c, double length) {
     // Numbers side by side need more room than above each other.
-    const double each = c.form.family == Family::Bar ? oneGridLineEach * 1.5 : oneGridLineEach;
+    const double each = c.form.family == Family::Bar ? oneGridLineEach * 2 : oneGridLineEach;
     const int most = std::clamp(static_cast<int>(length / each), 1, 6);
     return c.form.arrangement == Arrangement::Percent ? PercentAxis(most)
                                                       : RoundAxis(Highest(c), most);

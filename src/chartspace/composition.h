@@ -26,6 +26,7 @@ struct Composition {
     QList<Mark> marks;
     QList<Label> labels;
     QRectF plot;
+    QPolygonF keepClear; ///< convex; labels on the outside stay off it
 
     double line() const { return metrics.height(); }
     QColor seriesColor(int series) const;

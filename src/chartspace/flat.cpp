@@ -87,7 +87,7 @@ QRectF PlotRoom(const Composition& c, bool columns) {
         plot.setLeft(plot.left() + PlanRow(c, values, 1, 0).depth + away + 1);
         plot.setTop(plot.top() + c.line() / 2);
         const double spacing = plot.width() / names.count;
-        const double depth = PlanRow(c, names, spacing, plot.height() * 0.36).depth;
+        const double depth = PlanRow(c, names, spacing, plot.height() * 0.32).depth;
         plot.setBottom(plot.bottom() - depth - away - 1);
     } else {
         plot.setBottom(plot.bottom() - c.line() - away - 1);

@@ -8,7 +8,7 @@ namespace kelvrane::chartspace {
 namespace {
 
 constexpr double gap = 5;          // between a label and the axis, and its neighbour at least
-constexpr double levelEnough = 92; // a shortened name of this width still says enough
+constexpr double levelEnough = 64; // a shortened name of this width still says enough
 constexpr qsizetype longestName = 120;
 
 /// True when some edge of a separates the two.
@@ -33,6 +33,11 @@ bool EdgeSeparates(const QPolygonF& a, const QPolygonF& b) {
     return false;
 }
 
+/// Whether two convex shapes don't touch.
+bool Apart(const QPolygonF& a, const QPolygonF& b) {
+    return EdgeSeparates(a, b) || EdgeSeparates(b, a);
+}
+
 /// The widest text; with very many, only as many as could be shown are measured.
 double Widest(const Composition& c, const LabelRow& row) {
     const int stride = std::max(1, row.count / 200);
@@ -51,7 +56,9 @@ int StrideFor(double needed, double spacing) {
 RowPlan PlanBelow(const Composition& c, const LabelRow& row, double spacing, double deepest) {
     const double line = c.line();
     const double widest = Widest(c, row);
-    RowPlan plan{0, 1, widest, line};
+    RowPlan plan;
+    plan.longest = widest;
+    plan.depth = line;
     if (row.count == 1 || widest + 2 * gap <= spacing)
         return plan;
     if (!row.mayChange) {
@@ -60,6 +67,8 @@ RowPlan PlanBelow(const Composition& c, const LabelRow& row, double spacing, dou
     }
     if (spacing >= levelEnough) {
         plan.longest = spacing - 2 * gap;
+        plan.lines = 2;
+        plan.depth = 2 * line;
         return plan;
     }
     const double half = std::sqrt(0.5);
@@ -76,6 +85,22 @@ RowPlan PlanBelow(const Composition& c, const LabelRow& row, double spacing, dou
     return plan;
 }
 
+/// The text on two lines: as many whole words as the first takes, and on the second the rest, or
+/// the end of it.
+QString OnTwoLines(const QString& text, const QFontMetricsF& metrics, double width) {
+    if (metrics.horizontalAdvance(text) <= width)
+        return text;
+    qsizetype split = -1;
+    for (qsizetype blank = text.indexOf(QLatin1Char(' '));
+         blank > 0 && metrics.horizontalAdvance(text.left(blank)) <= width;
+         blank = text.indexOf(QLatin1Char(' '), blank + 1))
+        split = blank;
+    if (split < 0)
+        return Shortened(text, metrics, width);
+    const QString rest = metrics.elidedText(text.mid(split + 1), Qt::ElideLeft, width);
+    return text.left(split) + QLatin1Char('\n') + rest;
+}
+
 /// The label at its anchor; its text is shortened to what the sheet leaves in that direction.
 Label AtAnchor(const Composition& c, const LabelRow& row, const RowPlan& plan,
                const QPointF& anchor, const QString& text) {
@@ -88,7 +113,8 @@ Label AtAnchor(const Composition& c, const LabelRow& row, const RowPlan& plan,
     double width = plan.longest;
     if (row.side != Side::Below) {
         const bool left = row.side == Side::Left;
-        label.pivot = anchor + QPointF(left ? -gap : gap, 0);
+        const double away = gap + row.lean * line / 2;
+        label.pivot = anchor + QPointF(left ? -away : away, 0);
         width = std::min(width, left ? label.pivot.x() - 2 : sheet.right() - 2 - label.pivot.x());
         label.text = row.mayChange ? Shortened(text, c.metrics, width) : text;
         width = c.metrics.horizontalAdvance(label.text) + 1;
@@ -98,12 +124,20 @@ Label AtAnchor(const Composition& c, const LabelRow& row, const RowPlan& plan,
     }
     label.pivot = anchor + QPointF(0, gap);
     if (plan.angle == 0) {
-        label.text =
-            row.mayChange ? Shortened(text, c.metrics, std::min(width, sheet.width() - 4)) : text;
-        width = c.metrics.horizontalAdvance(label.text) + 1;
+        width = std::min(width, sheet.width() - 4);
+        label.text = plan.lines > 1  ? OnTwoLines(text, c.metrics, width)
+                     : row.mayChange ? Shortened(text, c.metrics, width)
+                                     : text;
+        width = 1;
+        const QStringList lines = label.text.split(QLatin1Char('\n'));
+        for (const QString& part : lines)
+            width = std::max(width, c.metrics.horizontalAdvance(part) + 1);
+        label.pivot.ry() += row.lean * width / 2;
         const double left = std::clamp(label.pivot.x() - width / 2, sheet.left() + 1,
                                        std::max(sheet.left() + 1, sheet.right() - 1 - width));
-        label.box = QRectF(left - label.pivot.x(), 0, width, line);
+        label.box =
+            QRectF(left - label.pivot.x(), 0, width, line * static_cast<double>(lines.size()));
+        label.alignment = Qt::AlignHCenter | Qt::AlignTop;
         return label;
     }
     // Turned texts end at their anchor and come up to it from the lower left.
@@ -137,7 +171,7 @@ QString Shortened(const QString& text, const QFontMetricsF& metrics, double widt
         return text;
     const QString shorter = metrics.elidedText(text, Qt::ElideMiddle, width);
     // One letter and dots tell nobody anything.
-    return shorter.size() < 4 || metrics.horizontalAdvance(shorter) > width ? QString() : shorter;
+    return shorter.size() < 5 || metrics.horizontalAdvance(shorter) > width ? QString() : shorter;
 }
 
 bool Overlap(const Label& a, const Label& b) {
@@ -145,7 +179,7 @@ bool Overlap(const Label& a, const Label& b) {
     const QPolygonF outlineB = b.outline();
     if (!outlineA.boundingRect().intersects(outlineB.boundingRect()))
         return false;
-    return !EdgeSeparates(outlineA, outlineB) && !EdgeSeparates(outlineB, outlineA);
+    return !Apart(outlineA, outlineB);
 }
 
 RowPlan PlanRow(const Composition& c, const LabelRow& row, double spacing, double deepest) {
@@ -170,6 +204,9 @@ bool AddIfClear(Composition& c, Label label) {
         return false;
     const QRectF bounds = label.outline().boundingRect();
     if (!c.sheet.adjusted(-0.5, -0.5, 0.5, 0.5).contains(bounds))
+        return false;
+    if (label.role != LabelRole::Share && !c.keepClear.isEmpty() &&
+        !Apart(label.outline(), c.keepClear))
         return false;
     const bool taken = std::any_of(c.labels.cbegin(), c.labels.cend(),
                                    [&label](const Label& other) { return Overlap(label, other); });

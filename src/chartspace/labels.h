@@ -25,6 +25,7 @@ struct RowPlan {
     double angle = 0;   ///< 0, -45 or -90 degrees
     int stride = 1;     ///< every n-th is shown
     double longest = 0; ///< width of a text at most
+    int lines = 1;      ///< of a level text
     double depth = 0;   ///< room that the row takes, away from the axis
 };
 
@@ -34,6 +35,8 @@ struct LabelRow {
     Side side = Side::Below;
     LabelRole role = LabelRole::Category;
     bool mayChange = true; ///< may be turned and shortened (names); else only thinned out (numbers)
+    /// How far the axis leans towards its labels, a pixel along it; makes their distance larger.
+    double lean = 0;
 };
 
 /// spacing: distance of neighbouring anchors along the axis; deepest: what the row may take.

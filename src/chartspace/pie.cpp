@@ -65,14 +65,33 @@ double RimOf(double radius, int ring, int rings) {
     return rings == 1 ? radius : radius * (0.58 + 0.42 * ring / (rings - 1));
 }
 
+/// Which ring is which series, under the pie.
+void AddRingNames(Composition& c) {
+    if (c.values.series() < 2 || c.room.height() < c.line() * 8)
+        return;
+    QStringList names;
+    for (const Series& series : c.chart.series.mid(0, 20))
+        names.append(OneLine(series.name));
+    const QString text =
+        Shortened(QStringLiteral("Inside to outside: ") + names.join(QStringLiteral(", ")),
+                  c.metrics, c.room.width());
+    const QRectF box(c.room.left(), c.room.bottom() - c.line(), c.room.width(), c.line());
+    Label label = LevelLabel(c, text, box, Qt::AlignCenter, LabelRole::Series);
+    label.color = c.theme.mutedText;
+    AddIfClear(c, label);
+    c.room.setBottom(box.top() - 4);
+}
+
 } // namespace
 
 void DrawPie(Composition& c) {
     const bool rings = c.form.arrangement == Arrangement::Rings;
+    if (rings)
+        AddRingNames(c);
     const std::vector<Slice> first = SlicesOf(c, 0);
-    std::vector<QString> texts = RimTexts(c, first);
-    const double beside = RimWidth(c, texts);
-    const double above = texts.empty() ? 0 : 4;
+    std::vector<QString> names = RimNames(c, first);
+    const double beside = RimWidth(c, names);
+    const double above = names.empty() ? 0 : 4;
     const QRectF room = c.room.adjusted(beside, above, -beside, -above);
     const double radius = std::min(room.width(), room.height()) / 2;
     if (radius < 4)
@@ -96,9 +115,9 @@ void DrawPie(Composition& c) {
         return;
     }
     std::vector<RimLabel> labels;
-    for (size_t i = 0; i < texts.size(); ++i)
+    for (size_t i = 0; i < names.size(); ++i)
         labels.push_back(
-            {texts[i],
+            {names[i],
              centre + Towards(first[i].middle(), pull + RimOf(outer, count - 1, count) + 1),
              first[i].share});
     AddRimLabels(c, std::move(labels), disc);

@@ -85,7 +85,7 @@ void Scene::paint(QPainter& painter) const {
     for (const Label& label : m_labels) {
         painter.setFont(label.font);
         painter.setPen(label.color);
-        const int flags = static_cast<int>(label.alignment) | Qt::TextSingleLine | Qt::TextDontClip;
+        const int flags = static_cast<int>(label.alignment) | Qt::TextDontClip;
         if (label.angle == 0) {
             painter.drawText(label.box.translated(label.pivot), flags, label.text);
             continue;

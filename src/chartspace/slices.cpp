@@ -12,6 +12,11 @@ namespace {
 constexpr double leader = 12; // length of the line from the rim to a name
 constexpr double away = 4;    // between line and name
 
+QString ShareText(double share) {
+    return share < 0.005 ? QStringLiteral("<1%")
+                         : QStringLiteral("%1%").arg(std::lround(share * 100));
+}
+
 /// Moves the labels of one side apart, top to bottom, within the sheet. Each is at least a line
 /// below the one before.
 std::vector<double> Spread(const std::vector<RimLabel>& side, double line, double top,
@@ -42,7 +47,10 @@ void AddSide(Composition& c, std::vector<RimLabel> side, const QRectF& pie, bool
     const double x = left ? pie.left() - leader : pie.right() + leader;
     const double width = left ? x - away - c.room.left() : c.room.right() - x - away;
     for (size_t i = 0; i < side.size(); ++i) {
-        const QString text = Shortened(side[i].text, c.metrics, width);
+        const QString share = QStringLiteral("  ") + ShareText(side[i].share);
+        const QString text =
+            Shortened(side[i].name, c.metrics, width - c.metrics.horizontalAdvance(share) - 1) +
+            share;
         const QRectF box(left ? x - away - width : x + away, ys[i] - line / 2, width, line);
         if (!AddIfClear(c, LevelLabel(c, text, box,
                                       Qt::AlignVCenter | (left ? Qt::AlignRight : Qt::AlignLeft),
@@ -52,16 +60,12 @@ void AddSide(Composition& c, std::vector<RimLabel> side, const QRectF& pie, bool
         const QPointF knee(left ? std::min(side[i].rim.x(), pie.left() - 2)
                                 : std::max(side[i].rim.x(), pie.right() + 2),
                            ys[i]);
+        // First of all marks, so that a line from behind a solid pie stays behind it.
         const bool reaches = std::abs(side[i].rim.y() - ys[i]) < 1;
-        c.marks.append(
+        c.marks.prepend(
             {reaches ? QPolygonF({side[i].rim, end}) : QPolygonF({side[i].rim, knee, end}),
              Qt::NoBrush, QPen(c.theme.baseLine, 1)});
     }
-}
-
-QString ShareText(double share) {
-    return share < 0.005 ? QStringLiteral("<1%")
-                         : QStringLiteral("%1%").arg(std::lround(share * 100));
 }
 
 } // namespace
@@ -81,10 +85,10 @@ std::vector<Slice> SlicesOf(const Composition& c, int series) {
     return slices;
 }
 
-std::vector<QString> RimTexts(const Composition& c, const std::vector<Slice>& slices) {
-    std::vector<QString> texts;
+std::vector<QString> RimNames(const Composition& c, const std::vector<Slice>& slices) {
+    std::vector<QString> names;
     if (c.chart.legend || c.room.width() < 180 || c.room.height() < c.line() * 5)
-        return texts;
+        return names;
     // More would find no room; the largest are kept.
     std::vector<double> shares;
     for (const Slice& slice : slices)
@@ -92,26 +96,25 @@ std::vector<QString> RimTexts(const Composition& c, const std::vector<Slice>& sl
     std::sort(shares.rbegin(), shares.rend());
     const double least = shares.size() > 200 ? shares[200] : 0;
     for (const Slice& slice : slices)
-        texts.push_back(slice.share < least
-                            ? QString()
-                            : QString(OneLine(c.chart.categories[slice.category]) +
-                                      QStringLiteral("  ") + ShareText(slice.share)));
-    return texts;
+        names.push_back(slice.share < least ? QString()
+                                            : OneLine(c.chart.categories[slice.category]));
+    return names;
 }
 
-double RimWidth(const Composition& c, const std::vector<QString>& texts) {
-    if (texts.empty())
+double RimWidth(const Composition& c, const std::vector<QString>& names) {
+    if (names.empty())
         return 0;
     double widest = 0;
-    for (const QString& text : texts)
-        widest = std::max(widest, c.metrics.horizontalAdvance(text) + 1);
-    return std::min(widest, c.room.width() * 0.3) + leader + away;
+    for (const QString& name : names)
+        widest = std::max(widest, c.metrics.horizontalAdvance(name) + 1);
+    widest += c.metrics.horizontalAdvance(QStringLiteral("  100%"));
+    return std::min(widest, c.room.width() * 0.28) + leader + away;
 }
 
 void AddRimLabels(Composition& c, std::vector<RimLabel> labels, const QRectF& pie) {
     std::vector<RimLabel> left, right;
     for (RimLabel& label : labels)
-        if (!label.text.isEmpty())
+        if (!label.name.isEmpty())
             (label.rim.x() < pie.center().x() ? left : right).push_back(std::move(label));
     AddSide(c, std::move(left), pie, true);
     AddSide(c, std::move(right), pie, false);

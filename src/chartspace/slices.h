@@ -23,17 +23,17 @@ std::vector<Slice> SlicesOf(const Composition& c, int series);
 
 /// The name of a slice beside its rim.
 struct RimLabel {
-    QString text;
+    QString name;
     QPointF rim; ///< point on the rim
     double share = 0;
 };
 
-/// Texts of the rim labels ("Alpha 25%") when there is no legend; empty otherwise.
-std::vector<QString> RimTexts(const Composition& c, const std::vector<Slice>& slices);
+/// Names for the rim labels when there is no legend; empty otherwise.
+std::vector<QString> RimNames(const Composition& c, const std::vector<Slice>& slices);
 /// Room that rim labels take left and right of the pie.
-double RimWidth(const Composition& c, const std::vector<QString>& texts);
-/// Two columns of names with lines to the rim, left and right of the pie. When they are too many,
-/// the smallest slices stay without.
+double RimWidth(const Composition& c, const std::vector<QString>& names);
+/// Two columns of names and shares ("Alpha  25%") with lines to the rim, left and right of the pie.
+/// When they are too many, the smallest slices stay without.
 void AddRimLabels(Composition& c, std::vector<RimLabel> labels, const QRectF& pie);
 
 /// "25%" within a slice, if it fits into the outline there.

@@ -1,8 +1,7 @@
 // Solid columns and bars: boxes on a ground before two walls. Every box stands in a cell of its own
 // of a regular grid, so sorting the cells by their distance from the viewer, axis by axis, gives an
 // order in which no box ever covers one that is nearer.
-#include "chartspace/bars.h"
-#include "chartspace/camera.h"
+#include "chartspace/stage.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,40 +10,6 @@ namespace kelvrane::chartspace {
 
 namespace {
 
-struct Box {
-    Vec3 low;
-    Vec3 high;
-    int series;
-    int category;
-    Vec3 distance; ///< from the viewer: along categories, depth, values
-};
-
-/// The block of space that the chart fills, centred on the origin.
-struct Stage {
-    Vec3 size;
-    int along; ///< index of the axis of the categories: x of columns, y of bars
-    int up;    ///< of the values
-
-    Vec3 at(double category, double value, double depth) const {
-        Vec3 p{};
-        const auto a = static_cast<size_t>(along);
-        const auto u = static_cast<size_t>(up);
-        // The first bar stands on top.
-        p[a] = (along == 1 ? 0.5 - category : category - 0.5) * size[a];
-        p[u] = (value - 0.5) * size[u];
-        p[2] = (depth - 0.5) * size[2];
-        return p;
-    }
-    double radius() const { return std::sqrt(Dot(size, size)) / 2; }
-    std::vector<Vec3> corners() const {
-        std::vector<Vec3> all;
-        for (int i = 0; i < 8; ++i)
-            all.push_back({((i & 1) - 0.5) * size[0], ((i >> 1 & 1) - 0.5) * size[1],
-                           ((i >> 2 & 1) - 0.5) * size[2]});
-        return all;
-    }
-};
-
 constexpr double depthFilled = 0.66; // of a row's depth, where rows stand behind each other
 
 Stage StageOf(const Composition& c, double height) {
@@ -52,8 +17,8 @@ Stage StageOf(const Composition& c, double height) {
     Stage stage{{1, height, 0}, columns ? 0 : 1, columns ? 1 : 0};
     const double slot = (columns ? 1.0 : height) / c.values.categories();
     const bool deep = c.form.arrangement == Arrangement::Deep;
-    stage.size[2] = deep ? c.values.series() * std::clamp(slot * 0.9, 0.1, 0.2)
-                         : std::clamp(slot * 0.9, 0.08, 0.24);
+    stage.size[2] = deep ? c.values.series() * std::clamp(slot * 0.9, 0.06, 0.2)
+                         : std::clamp(slot * 0.9, 0.03, 0.24);
     return stage;
 }
 
@@ -121,7 +86,8 @@ QPolygonF SideOf(const Camera& camera, const Vec3& low, const Vec3& high, size_t
     return outline;
 }
 
-void AddBox(Composition& c, const Camera& camera, const Box& box) {
+/// Closed: a line in the faces' own colour hides the seams between them.
+void AddBox(Composition& c, const Camera& camera, const Box& box, bool closed) {
     const Vec3& eye = camera.eye();
     const QColor color = c.seriesColor(box.series);
     for (size_t axis = 0; axis < 3; ++axis) {
@@ -133,8 +99,8 @@ void AddBox(Composition& c, const Camera& camera, const Box& box) {
         const QColor lit = camera.lit(color, normal);
         c.marks.append(
             {SideOf(camera, box.low, box.high, axis, above ? box.high[axis] : box.low[axis]), lit,
-             QPen(lit, 0.6, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin), box.series,
-             box.category});
+             closed ? QPen(lit, 0.6, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin) : QPen(Qt::NoPen),
+             box.series, box.category});
     }
 }
 
@@ -165,88 +131,6 @@ void AddWalls(Composition& c, const Camera& camera, const Stage& stage, const Va
     }
 }
 
-using Edge = std::vector<QPointF>;
-
-/// Where an edge's labels find free room: under it when it lies level, else on its outer side.
-enum class Lie { Level, Steep };
-
-Lie LieOf(const Edge& edge) {
-    const QPointF run = edge.back() - edge.front();
-    return std::abs(run.x()) >= std::abs(run.y()) ? Lie::Level : Lie::Steep;
-}
-
-double MeanX(const Edge& edge) {
-    return (edge.front().x() + edge.back().x()) / 2;
-}
-double MeanY(const Edge& edge) {
-    return (edge.front().y() + edge.back().y()) / 2;
-}
-
-/// The labels of an axis at one of its candidate edges: the lowest when it is to lie level, the
-/// leftmost when it is upright.
-void AddEdgeLabels(Composition& c, LabelRow row, const std::vector<Edge>& edges, bool level) {
-    const Edge& edge =
-        *std::min_element(edges.begin(), edges.end(), [level](const Edge& a, const Edge& b) {
-            return level ? MeanY(a) > MeanY(b) : MeanX(a) < MeanX(b);
-        });
-    const QPointF run = edge.back() - edge.front();
-    const int gaps = std::max(1, static_cast<int>(edge.size()) - 1);
-    double spacing = 0;
-    double deepest = 0;
-    if (LieOf(edge) == Lie::Level) {
-        row.side = Side::Below;
-        spacing = std::abs(run.x()) / gaps;
-        const double lowest = std::max(edge.front().y(), edge.back().y());
-        deepest = c.sheet.bottom() - lowest - 8;
-    } else {
-        const bool left = MeanX(edge) < c.plot.center().x();
-        row.side = left ? Side::Left : Side::Right;
-        spacing = std::abs(run.y()) / gaps;
-        deepest = left ? MeanX(edge) - 8 : c.sheet.right() - MeanX(edge) - 8;
-    }
-    PlaceRow(c, row, PlanRow(c, row, spacing, deepest), edge);
-}
-
-/// The points of an edge, by category, value and depth as shares of the stage.
-template <typename At>
-Edge EdgeOf(int count, const At& at) {
-    Edge edge;
-    for (int i = 0; i < count; ++i)
-        edge.push_back(at(i));
-    return edge;
-}
-
-void AddAxisLabels(Composition& c, const Camera& camera, const Stage& stage,
-                   const ValueAxis& axis) {
-    const bool columns = stage.up == 1;
-    std::vector<Edge> valueEdges, nameEdges, seriesEdges;
-    for (const double depth : {0.0, 1.0}) {
-        for (const double end : {0.0, 1.0})
-            valueEdges.push_back(EdgeOf(axis.steps + 1, [&](int i) {
-                return camera.project(stage.at(end, static_cast<double>(i) / axis.steps, depth));
-            }));
-        nameEdges.push_back(EdgeOf(c.values.categories(), [&](int i) {
-            return camera.project(stage.at((i + 0.5) / c.values.categories(), 0, depth));
-        }));
-    }
-    AddEdgeLabels(c, ValueRow(axis, Side::Left), valueEdges, !columns);
-    AddEdgeLabels(c, CategoryRow(c, Side::Below), nameEdges, columns);
-    if (c.form.arrangement != Arrangement::Deep)
-        return;
-    const int rows = c.values.series();
-    const double end =
-        camera.project(stage.at(0, 0, 0.5)).x() > camera.project(stage.at(1, 0, 0.5)).x() ? 0 : 1;
-    seriesEdges.push_back(EdgeOf(rows, [&](int i) {
-        return camera.project(
-            stage.at(columns ? end : 1, columns ? 0 : 1, (rows - 0.5 - i) / rows));
-    }));
-    const LabelRow names{rows, [&c](int i) { return OneLine(c.chart.series[i].name); }, Side::Right,
-                         LabelRole::Series, true};
-    const Edge& edge = seriesEdges.front();
-    const double spacing = std::abs(edge.back().y() - edge.front().y()) / std::max(1, rows - 1);
-    PlaceRow(c, names, PlanRow(c, names, spacing, c.sheet.right() - edge.front().x()), edge);
-}
-
 /// The room for the stage itself, between the labels.
 QRectF StageRoom(const Composition& c) {
     QRectF room = c.room;
@@ -255,42 +139,53 @@ QRectF StageRoom(const Composition& c) {
     const LabelRow values = ValueRow(axis, columns ? Side::Left : Side::Below);
     const LabelRow names = CategoryRow(c, columns ? Side::Below : Side::Left);
     constexpr double away = 6;
-    room.setTop(room.top() + 2);
-    if (c.form.arrangement == Arrangement::Deep) {
+    room.setTop(room.top() + c.line() / 2);
+    if (c.form.arrangement == Arrangement::Deep && !c.chart.legend) {
         double widest = 0;
         for (const Series& series : c.chart.series)
             widest = std::max(widest, c.metrics.horizontalAdvance(OneLine(series.name)));
         room.setRight(room.right() - std::min(widest + away, room.width() * 0.15));
     }
     if (columns) {
-        room.setLeft(room.left() + PlanRow(c, values, 1, 0).depth + away);
+        room.setLeft(room.left() + PlanRow(c, values, 1, 0).depth + 2 * away);
         const double spacing = room.width() * 0.85 / names.count;
         const RowPlan plan = PlanRow(c, names, spacing, room.height() * 0.32);
-        room.setBottom(room.bottom() - plan.depth - away);
+        room.setBottom(room.bottom() - plan.depth - 2 * away);
     } else {
         room.setBottom(room.bottom() - c.line() - away);
         const RowPlan plan = PlanRow(c, names, room.height() / names.count, room.width() * 0.32);
-        room.setLeft(room.left() + plan.depth + away);
-        room.setRight(room.right() - 8);
+        const double beside = plan.depth + away;
+        room.adjust(FromBehind(c.chart.view) ? 8 : beside, 0,
+                    FromBehind(c.chart.view) ? -beside : -8, 0);
     }
     return room;
 }
 
 } // namespace
 
-void DrawSolid(Composition& c) {
+std::optional<SolidLayout> LayOutSolid(const Composition& c) {
     const QRectF room = StageRoom(c);
     if (room.width() < 8 || room.height() < 8)
-        return;
+        return std::nullopt;
     const Stage stage = FittingStage(c, room);
     Camera camera(c.chart.view, stage.radius());
-    c.plot = camera.fit(stage.corners(), room);
-    const bool columns = stage.up == 1;
-    const ValueAxis axis = AxisFor(c, columns ? c.plot.height() * 0.85 : c.plot.width() * 0.9);
-    AddWalls(c, camera, stage, axis);
-    for (const Box& box : SortedBoxes(c, stage, axis, camera.eye()))
-        AddBox(c, camera, box);
-    AddAxisLabels(c, camera, stage, axis);
+    const QRectF plot = camera.fit(stage.corners(), room);
+    const ValueAxis axis = AxisFor(c, stage.up == 1 ? plot.height() * 0.85 : plot.width() * 0.9);
+    std::vector<Box> boxes = SortedBoxes(c, stage, axis, camera.eye());
+    return SolidLayout{stage, camera, plot, axis, std::move(boxes)};
+}
+
+void DrawSolid(Composition& c) {
+    const auto layout = LayOutSolid(c);
+    if (!layout)
+        return;
+    c.plot = layout->plot;
+    AddWalls(c, layout->camera, layout->stage, layout->axis);
+    // Among thousands, thinner than a pixel, nobody sees seams, and they cost most of the time.
+    const bool closed = layout->boxes.size() < 1000;
+    for (const Box& box : layout->boxes)
+        AddBox(c, layout->camera, box, closed);
+    AddStageLabels(c, layout->camera, layout->stage, layout->axis);
 }
 
 } // namespace kelvrane::chartspace

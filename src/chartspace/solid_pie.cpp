@@ -32,6 +32,10 @@ Vec3 OnDisc(double angle, double radius, double y) {
     return {std::sin(angle) * radius, y, -std::cos(angle) * radius};
 }
 
+bool IsWhole(const Slice& slice) {
+    return slice.share > 1 - 1e-9;
+}
+
 double Turned(double angle) {
     return angle - 2 * M_PI * std::floor(angle / (2 * M_PI));
 }
@@ -44,13 +48,17 @@ View3D Lifted(View3D view) {
     return view;
 }
 
-std::vector<Wedge> SortedWedges(const std::vector<Slice>& slices, double viewer) {
+/// apart: the slices are pulled out. As one disc they hide nothing of each other, and are cut only
+/// on the far side, where no seam shows.
+std::vector<Wedge> SortedWedges(const std::vector<Slice>& slices, double viewer, bool apart) {
     std::vector<Wedge> wedges;
     for (const Slice& slice : slices) {
-        const bool whole = slice.share > 1 - 1e-9;
+        const bool whole = IsWhole(slice);
         // Cuts at the viewer's direction and opposite, where they fall into the slice.
         std::vector<double> ends{slice.start};
         for (int half = -4; half <= 4; ++half) {
+            if (half % 2 == 0 && (!apart || whole))
+                continue;
             const double cut = viewer + half * M_PI;
             if (cut > slice.start + 1e-9 && cut < slice.start + slice.sweep - 1e-9)
                 ends.push_back(cut);
@@ -83,22 +91,36 @@ class Pie {
                 addCut(wedge, shift, color, wedge.to, 1);
         }
         addRim(wedge, shift, color);
-        addFace(wedge, shift, color);
     }
 
-    Vec3 shiftOf(const Slice& slice) const {
-        return slice.share > 1 - 1e-9 ? Vec3{} : OnDisc(slice.middle(), m_pull, 0);
+    /// The top, or seen from below the bottom. It lies over all rims and sides.
+    void addFace(const Slice& slice) {
+        const double y = level();
+        if (fromAbove() ? m_camera.eye()[1] <= y : m_camera.eye()[1] >= y)
+            return;
+        append(slice, face(slice), faceColor(slice));
     }
 
-    QPolygonF face(double from, double to, const Vec3& shift, double y, bool whole) const {
-        const int steps = std::max(1, static_cast<int>(std::ceil((to - from) / facet)));
+    QPolygonF face(const Slice& slice) const {
+        const int steps = std::max(1, static_cast<int>(std::ceil(slice.sweep / facet)));
+        const Vec3 shift = shiftOf(slice);
         QPolygonF outline;
         for (int i = 0; i <= steps; ++i)
-            outline.append(at(from + (to - from) * i / steps, shift, y));
-        if (!whole)
-            outline.append(m_camera.project(shift + Vec3{0, y, 0}));
-        outline.append(outline.first());
+            outline.append(at(slice.start + slice.sweep * i / steps, shift, level()));
+        if (!IsWhole(slice))
+            outline.append(m_camera.project(shift + Vec3{0, level(), 0}));
         return outline;
+    }
+
+    QColor faceColor(const Slice& slice) const {
+        return m_camera.lit(c.categoryColor(slice.category), {0, fromAbove() ? 1.0 : -1.0, 0});
+    }
+
+    /// Height of the face that is seen.
+    double level() const { return fromAbove() ? thickness / 2 : -thickness / 2; }
+
+    Vec3 shiftOf(const Slice& slice) const {
+        return IsWhole(slice) ? Vec3{} : OnDisc(slice.middle(), m_pull, 0);
     }
 
     bool fromAbove() const { return m_camera.eye()[1] > 0; }
@@ -108,11 +130,11 @@ class Pie {
         return m_camera.project(shift + OnDisc(angle, 1, y));
     }
 
-    void append(const Wedge& wedge, QPolygonF outline, const QBrush& fill) {
+    void append(const Slice& slice, QPolygonF outline, const QBrush& fill) {
         outline.append(outline.first());
         c.marks.append({std::move(outline), fill,
-                        QPen(fill, 0.6, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin),
-                        wedge.slice->series, wedge.slice->category});
+                        QPen(fill, 0.6, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin), slice.series,
+                        slice.category});
     }
 
     /// A plane side of a wedge that was pulled out.
@@ -121,7 +143,7 @@ class Pie {
         const Vec3 normal = OnDisc(angle + side * M_PI / 2, 1, 0);
         if (Dot(normal, m_camera.eye() + shift * -1) <= 0)
             return;
-        append(wedge,
+        append(*wedge.slice,
                QPolygonF({m_camera.project(shift + Vec3{0, thickness / 2, 0}),
                           at(angle, shift, thickness / 2), at(angle, shift, -thickness / 2),
                           m_camera.project(shift + Vec3{0, -thickness / 2, 0})}),
@@ -158,17 +180,8 @@ class Pie {
             shade.setColorAt(std::clamp(share, 0.0, 1.0),
                              m_camera.lit(color, OnDisc(angleAt(i), 1, 0)));
         }
-        append(wedge, outline,
+        append(*wedge.slice, outline,
                std::abs(width) < 1 ? QBrush(shade.stops().first().second) : QBrush(shade));
-    }
-
-    /// The top, or seen from below the bottom.
-    void addFace(const Wedge& wedge, const Vec3& shift, const QColor& color) {
-        const double y = fromAbove() ? thickness / 2 : -thickness / 2;
-        if (fromAbove() ? m_camera.eye()[1] <= y : m_camera.eye()[1] >= y)
-            return;
-        append(wedge, face(wedge.from, wedge.to, shift, y, false),
-               m_camera.lit(color, {0, fromAbove() ? 1.0 : -1.0, 0}));
     }
 
     Composition& c;
@@ -188,8 +201,8 @@ std::vector<Vec3> Extent(double radius) {
 
 void DrawSolidPie(Composition& c) {
     std::vector<Slice> slices = SlicesOf(c, 0);
-    const std::vector<QString> texts = RimTexts(c, slices);
-    const double beside = RimWidth(c, texts);
+    const std::vector<QString> names = RimNames(c, slices);
+    const double beside = RimWidth(c, names);
     const QRectF room = c.room.adjusted(beside, 4, -beside, -4);
     if (room.width() < 8 || room.height() < 8)
         return;
@@ -207,25 +220,22 @@ void DrawSolidPie(Composition& c) {
         return;
     }
     Pie pie(c, camera, pull);
-    for (const Wedge& wedge : SortedWedges(slices, M_PI))
+    for (const Wedge& wedge : SortedWedges(slices, M_PI, pull > 0))
         pie.add(wedge);
+    for (const Slice& slice : slices)
+        pie.addFace(slice);
 
-    const double top = pie.fromAbove() ? thickness / 2 : -thickness / 2;
     std::vector<RimLabel> labels;
     for (size_t i = 0; i < slices.size(); ++i) {
         const Slice& slice = slices[i];
         const Vec3 shift = pie.shiftOf(slice);
-        if (!texts.empty()) {
+        if (!names.empty()) {
             labels.push_back(
-                {texts[i], camera.project(shift + OnDisc(slice.middle(), 1, 0)), slice.share});
+                {names[i], camera.project(shift + OnDisc(slice.middle(), 1, 0)), slice.share});
         } else if (c.chart.legend) {
-            const bool whole = slice.share > 1 - 1e-9;
-            const QPolygonF face =
-                pie.face(slice.start, slice.start + slice.sweep, shift, top, whole);
-            const QColor ground =
-                camera.lit(c.categoryColor(slice.category), {0, pie.fromAbove() ? 1.0 : -1.0, 0});
-            AddShare(c, slice, camera.project(shift + OnDisc(slice.middle(), whole ? 0 : 0.7, top)),
-                     face, ground);
+            const Vec3 middle = OnDisc(slice.middle(), IsWhole(slice) ? 0 : 0.7, pie.level());
+            AddShare(c, slice, camera.project(shift + middle), pie.face(slice),
+                     pie.faceColor(slice));
         }
     }
     AddRimLabels(c, std::move(labels), c.plot);

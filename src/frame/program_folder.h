@@ -20,6 +20,7 @@ inline constexpr char ProjectDatabase[] = "kelvrane.mdb";
 inline constexpr char DatabaseList[] = "SSDBInfo.dat";
 inline constexpr char Settings[] = "settings.json";
 inline constexpr char StarterFolder[] = "Starter Databases";
+inline constexpr char StarterDayHistory[] = "dayinfo.mdb"; // in the starter folder
 inline constexpr char UpdateFolder[] = "update";
 inline constexpr char DataFolder[] = "data";
 inline constexpr char HelpFile[] = "Kelvrane.chm";

@@ -16,8 +16,10 @@ struct Openers {
     const char* table;
     std::unique_ptr<OpenTable>& current;
     std::vector<std::unique_ptr<OpenTable>> former = {};
+    bool openFailed = false; ///< the next close answers an open that failed
 
     void open(const QString& mode, int* count) {
+        openFailed = true;
         const auto lock = mode == u"ReadOnly" ? Recordset::ReadOnly : Recordset::Optimistic;
         auto opened =
             std::make_unique<OpenTable>(ProjectDatabase, QString::fromLatin1(table), lock);
@@ -26,6 +28,12 @@ struct Openers {
         if (current)
             former.push_back(std::move(current));
         current = std::move(opened);
+        openFailed = false;
+    }
+
+    void closeLast() {
+        if (!std::exchange(openFailed, false))
+            close(current.get());
     }
 
     void close(const OpenTable* opened) {
@@ -74,7 +82,8 @@ void OpenProjectTable(const QString& mode, int* count) {
 }
 
 void CloseProjectTable() {
-    CloseProjectTable(ProjectTable.get());
+    Projects().closeLast();
+    ProjectRecordsOpen = ProjectTable != nullptr;
 }
 
 void CloseProjectTable(const OpenTable* opened) {
@@ -87,7 +96,7 @@ void OpenCustomerTable(const QString& mode, int* count) {
 }
 
 void CloseCustomerTable() {
-    CloseCustomerTable(CustomerTable.get());
+    Customers().closeLast();
 }
 
 void CloseCustomerTable(const OpenTable* opened) {

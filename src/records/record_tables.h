@@ -40,9 +40,10 @@ inline bool ProjectRecordsOpen = false;
 /// Opens ProjectInfo of ProjectDatabase; "ReadOnly" read-only, any other mode for writing. While
 /// another opener holds the table, the new opener gets a set of its own and closing gives the
 /// former back. Count, when given, gets the number of rows. Raises DatabaseOpen, Sql: then nothing
-/// was opened, the former opener keeps its set, and there is nothing to close.
+/// was opened and the former opener keeps its set.
 void OpenProjectTable(const QString& mode, int* count = nullptr);
-/// Closes the set opened last.
+/// Closes the set opened last. After an open that failed it closes nothing, so that a routine that
+/// always closes doesn't take the set of another opener.
 void CloseProjectTable();
 /// Closes this set wherever it stands among the openers' sets; nothing when it isn't open. For an
 /// opener that stays while others come and go.

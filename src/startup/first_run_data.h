@@ -8,8 +8,8 @@ namespace kelvrane {
 /// at the first error.
 void InitializeDayInfo();
 
-/// Sets both databases aside as ".orig", puts the starter copies in their places and moves the seven
-/// rows of 1/1/2000 to 1/7/2000 to the seven days before today.
+/// Sets both databases aside as ".orig", puts the starter copies in their places and moves the
+/// seven rows of 1/1/2000 to 1/7/2000 to the seven days before today.
 void GenerateExampleData();
 
 } // namespace kelvrane

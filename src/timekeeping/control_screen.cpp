@@ -21,6 +21,7 @@
 #include "timevalues/day_history.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kelvrane {
 
@@ -374,6 +375,10 @@ void undoSelection() {
 } // namespace
 
 void WireControlScreen() {
+    selectionSinks.day = {takeSelection, undoSelection};
+    static bool wired = false;
+    if (std::exchange(wired, true))
+        return;
     ControlModel& control = Control();
     QObject::connect(&control.smuiTimeCtrl, &KeyedItems::Clicked, &control, [](const QString& key) {
         Guarded(QStringLiteral("smuiTimeCtrl_Click"), [&] { TimeCtrlClick(key); });
@@ -395,7 +400,6 @@ void WireControlScreen() {
     QObject::connect(&control.mnuSetData, &KeyedItems::Clicked, &control, [](const QString& key) {
         Guarded(QStringLiteral("mnuSetData_Click"), [&] { SetDataClick(key); });
     });
-    selectionSinks.day = {takeSelection, undoSelection};
 }
 
 } // namespace kelvrane

@@ -123,7 +123,7 @@ QToolButton* frmSTM::createGraphTypeButton(int index, const QString& toolTip) {
 QWidget* frmSTM::createChartArea() {
     m_chartArea = new QWidget(this);
     ChartSpace1 = Named(new ChartView(m_chartArea), "ChartSpace1");
-    ChartSpace1->setTipText(ValueTip);
+    ChartSpace1->setTipFormatter(ValueTip);
     m_chartType = new QLabel(m_chartArea);
     m_chartType->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
@@ -265,7 +265,7 @@ void frmSTM::takeWantedSize() {
 
 void frmSTM::showChart() {
     ChartSpace1->setChart(Control().dailyChart());
-    m_chartType->setText(QString::fromLatin1(ChartTypeAt(ChartIndex).Description));
+    m_chartType->setText(ChartTypeAt(ChartIndex).Description);
 }
 
 void frmSTM::showSummary() {

@@ -138,17 +138,20 @@ std::vector<Saved> DayUnderFaults::statesOfTheDay() {
     for (size_t count = 0; count <= commands.size(); ++count) {
         restoreFolder();
         EXPECT_EQ(RunInChild([&] {
+                      Arm({.root = root(), .flushes = false});
                       runDay(count);
                       const Saved now = saved();
                       QFile file(outside.filePath("state"));
                       ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-                      QDataStream(&file) << now.dayFile << now.history;
+                      QDataStream stream(&file);
+                      stream << now.dayFile << now.history;
                   }),
                   0);
         QFile file(outside.filePath("state"));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         Saved state;
-        QDataStream(&file) >> state.dayFile >> state.history;
+        QDataStream stream(&file);
+        stream >> state.dayFile >> state.history;
         states.push_back(state);
     }
     restoreFolder();
@@ -166,6 +169,7 @@ void DayUnderFaults::expectBeforeOrAfter(const std::vector<Saved>& states) {
 }
 
 void DayUnderFaults::expectNextStartGoesOn() {
+    Arm({.root = root(), .flushes = false});
     installSettings();
     EXPECT_FALSE(settings->wasDamaged());
     RunInstallStep();
@@ -192,10 +196,10 @@ void DayUnderFaults::sweepFailures(int failWith, unsigned kinds) {
         restoreFolder();
         const int status = RunInChild([&] {
             dialogs.strict = false;
-            Arm({.root = root(), .at = at, .failWith = failWith, .kinds = kinds});
+            Arm({.root = root(), .at = at, .failWith = failWith, .kinds = kinds, .flushes = false});
             runDay(commands.size());
             const bool hit = CallsSeen() >= at;
-            Disarm();
+            Arm({.root = root(), .flushes = false});
             if (!hit)
                 _exit(ChildDone);
             const Saved now = saved();
@@ -227,7 +231,7 @@ TEST_F(DayUnderFaults, KilledBeforeAnyCall) {
         ASSERT_LT(at, 2000);
         restoreFolder();
         status = RunInChild([&] {
-            Arm({.root = root(), .at = at});
+            Arm({.root = root(), .at = at, .flushes = false});
             runDay(commands.size());
         });
         ASSERT_TRUE(status == Killed || status == 0) << status;
@@ -247,15 +251,21 @@ TEST_F(DayUnderFaults, FolderReadOnlyFromAnyCallOn) {
 
 TEST_F(DayUnderFaults, EachReplacementIsFlushedBeforeAndAfter) {
     ASSERT_EQ(RunInChild([&] {
-                  Arm({.root = root(), .log = log()});
+                  Arm({.root = root(), .flushes = false, .log = log()});
                   runDay(commands.size());
               }),
               0);
     const std::vector<LoggedCall> calls = ReadLog(log());
     for (const std::string& fault : UnsafeReplacements(calls))
         ADD_FAILURE() << fault;
-    for (const char* target : {"Fileinfo.dat", "DayInfo.mdb", "DayInfo_Backup.mdb"})
-        EXPECT_TRUE(std::ranges::find(calls, target, &LoggedCall::target) != calls.end()) << target;
+    const auto dayFile = std::ranges::find(calls, "Fileinfo.dat", &LoggedCall::target);
+    const auto history = std::ranges::find(calls, "DayInfo.mdb", &LoggedCall::target);
+    const auto backup = std::ranges::find_if(calls, [](const LoggedCall& call) {
+        return call.call == "flush" && call.path == "DayInfo_Backup.mdb";
+    });
+    EXPECT_TRUE(dayFile < history);
+    EXPECT_TRUE(backup < history) << "the backup must be safe before the history is replaced";
+    EXPECT_TRUE(history < calls.end());
 }
 
 TEST_F(DayUnderFaults, SavingTheDayFlushesOneFileAndItsFolder) {

@@ -37,6 +37,7 @@ struct Plan {
     long at = 0;               ///< 1-based; 0: nothing happens, calls are counted and logged
     int failWith = 0;          ///< 0: the process ends
     unsigned kinds = AllKinds; ///< what counts, and what fails
+    bool flushes = true;       ///< false: counted, but spared; an ended process loses nothing by it
     std::string log = {};      ///< a file to add the calls to; empty: none
 };
 

@@ -370,7 +370,7 @@ TEST_F(Recordsets, CostDoesNotGrowWithTheTable) {
         rows.cancelUpdate();
         EXPECT_EQ(rows.text(u"ID"_s), "200000");
     }
-    EXPECT_LT(timer.elapsed(), 500); // a scan of the table takes longer than this each time
+    EXPECT_LT(timer.elapsed(), 3000); // scans of the table would take many times as long
 }
 
 } // namespace

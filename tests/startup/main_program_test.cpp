@@ -2,6 +2,7 @@
 
 #include "frame/globals.h"
 #include "frame/settings.h"
+#include "platform/connection.h"
 #include "startup/command_line.h"
 #include "tray/hidden_form.h"
 

@@ -1,0 +1,67 @@
+#include "platform/database_file.h"
+
+#include "platform/error.h"
+#include "platform/file_store.h"
+
+#include <utility>
+
+namespace kelvrane {
+
+namespace {
+
+constexpr const char* journalEndings[] = {"-journal", "-wal"};
+
+void refuseJournal(const FileStore& files, const QString& path) {
+    for (const char* ending : journalEndings)
+        if (const QString journal = path + QLatin1String(ending); files.exists(journal))
+            Raise(errors::PathAccess,
+                  QStringLiteral("%1: the journal is still there").arg(journal));
+}
+
+} // namespace
+
+DatabaseCompaction::DatabaseCompaction(FileStore& files, QString path)
+    : m_files(files), m_path(std::move(path)) {}
+
+void DatabaseCompaction::settle() {
+    auto connection = std::make_unique<Connection>(m_path);
+    for (const char* sql : {"PRAGMA journal_mode = DELETE", "PRAGMA locking_mode = EXCLUSIVE",
+                            "BEGIN EXCLUSIVE", "COMMIT"})
+        connection->execute(QLatin1String(sql));
+    m_connection = std::move(connection);
+}
+
+void DatabaseCompaction::backupTo(const QString& path) {
+    vacuumInto(path);
+}
+
+void DatabaseCompaction::compactTo(const QString& path) {
+    vacuumInto(path);
+}
+
+void DatabaseCompaction::vacuumInto(const QString& path) {
+    if (!m_connection)
+        Raise(errors::NoObject);
+    if (m_files.exists(path))
+        Raise(errors::FileExists, QStringLiteral("%1: the file is already there").arg(path));
+    QSqlQuery query(m_connection->database());
+    if (!query.prepare(QStringLiteral("VACUUM INTO ?")))
+        RaiseSql(query);
+    query.addBindValue(path);
+    if (!query.exec())
+        RaiseSql(query);
+    query.finish();
+    m_files.appendAndFlush(path, {}); // the database leaves the flush to its caller
+}
+
+void DatabaseCompaction::close() {
+    m_connection.reset();
+    refuseJournal(m_files, m_path);
+}
+
+void ReplaceDatabase(FileStore& files, const QString& source, const QString& target) {
+    refuseJournal(files, target);
+    files.replace(source, target);
+}
+
+} // namespace kelvrane

@@ -1,0 +1,388 @@
+#include "records/database_manager.h"
+
+#include "frame/error_report.h"
+#include "frame/help_topics.h"
+#include "frame/settings.h"
+#include "frame/trace.h"
+#include "platform/ports.h"
+#include "records/customer_record.h"
+#include "records/list_fill.h"
+#include "records/manager_model.h"
+#include "records/project_record.h"
+#include "records/record_panel.h"
+#include "records/record_search.h"
+#include "records/record_state.h"
+#include "records/record_tables.h"
+#include "records/select_item.h"
+
+#include <QScopeGuard>
+
+#include <optional>
+#include <utility>
+
+namespace kelvrane {
+
+namespace {
+
+namespace help {
+constexpr int Options = 300;
+constexpr int Views = 301;
+constexpr int List = 302;
+constexpr int Find = 303;
+constexpr int Projects = 304;
+constexpr int Customers = 305;
+} // namespace help
+
+/// What one opening of the screen holds.
+struct Session {
+    bool open = false;
+    int number = 0; ///< goes up with each opening and closing
+    const OpenTable* projects = nullptr;
+    const OpenTable* customers = nullptr;
+};
+Session session;
+
+ManagerState& state() {
+    return Manager().state;
+}
+bool onCustomers() {
+    return CurrentTable == current_table::Customers;
+}
+
+void single(int topic) {
+    state().HelpTopic = topic;
+    state().ViewMode = QStringLiteral("Single");
+    ShowList(false);
+    EnableStepping(true);
+}
+
+void tick(const char* key, const char* released) {
+    Manager().smuiPanel0.setTicked(QString::fromLatin1(key), true);
+    Manager().smuiPanel0.setTicked(QString::fromLatin1(released), false);
+}
+
+void showFirstProject(bool editable) {
+    if (ProjectRecords().isEmpty()) {
+        ShowNoProjects();
+        return;
+    }
+    ProjectRecords().moveFirst();
+    RedrawProject(editable);
+}
+
+void toSingleView() {
+    state().Switching = true;
+    const auto done = qScopeGuard([] { state().Switching = false; });
+    tick("SINGLE_VIEW", "LIST_VIEW");
+    // A fill of the list has moved to the first project.
+    RedrawProject(state().InManager);
+    single(help::List);
+    Manager().layOut();
+}
+
+void toListView() {
+    const int number = session.number;
+    const auto stillThere = [number] { return session.open && session.number == number; };
+    state().Switching = true;
+    state().HelpTopic = help::List;
+    state().ViewMode = QStringLiteral("List");
+    state().SelectedIndex = 0;
+    tick("LIST_VIEW", "SINGLE_VIEW");
+    state().Loading = true;
+    // A fill whose screen went leaves the flags to the screen that may have come since.
+    const auto done = qScopeGuard([&] {
+        if (stillThere())
+            state().Loading = state().Switching = false;
+    });
+    Manager().layOut();
+    AddDataToList(ProjectRecords(), stillThere);
+    if (!stillThere())
+        return;
+    state().Loading = false;
+    ShowList(true);
+    EnableStepping(false);
+    Manager().layOut();
+}
+
+void toggleFindPanel() {
+    state().HelpTopic = help::Find;
+    if (!state().FindShown)
+        Restart_Search();
+    state().FindShown = !state().FindShown;
+    Manager().smuiPanel0.setTicked(QStringLiteral("FIND"), state().FindShown);
+    Manager().layOut();
+}
+
+void selectCurrent() {
+    ItemSelected = true;
+    SelectItem();
+}
+
+/// True when a refused row keeps the record panel as it is.
+bool saveRefused() {
+    EntryStatus = onCustomers() ? SaveNewCustomerProject() : SaveNewProject();
+    return EntryStatus == status::RecordInvalid;
+}
+
+void editCommand(const QString& key) {
+    const bool adds = key == u"ADD_NEW" || key == u"ADD_NEW_CUSTOMER";
+    if (adds)
+        AddNewRecord(key == u"ADD_NEW" ? 0 : 1);
+    else if (key == u"SAVE" && saveRefused())
+        return;
+    else if (key == u"UPDATE")
+        onCustomers() ? SaveNewCustomerProject() : SaveNewProject();
+    else if (key == u"CANCEL")
+        onCustomers() ? CancelCustomerEntry() : CancelProjectEntry();
+    else if (key == u"DELETE")
+        onCustomers() ? DeleteCustomer() : DeleteProject();
+    ShowList(false);
+    if (!adds)
+        EnableStepping(true);
+    Manager().layOut();
+}
+
+struct ViewCommand {
+    const char* key;
+    void (*run)();
+};
+constexpr ViewCommand viewCommands[] = {
+    {"SINGLE_VIEW", toSingleView},
+    {"LIST_VIEW", toListView},
+    {"SELECT", selectCurrent},
+    {"FIND", toggleFindPanel},
+};
+
+/// A step of one record on the table that is up. What is saved on the way keeps the record.
+void stepRecord(bool forward) {
+    const bool customers = onCustomers() && state().InManager;
+    const auto records = [customers]() -> Recordset& {
+        return customers ? CustomerRecords() : ProjectRecords();
+    };
+    const int by = forward ? 1 : -1;
+    if (records().isEmpty() || records().position() == (forward ? records().count() : 1))
+        return;
+    const int number = session.number;
+    const std::optional<Int16> saved = customers ? CheckCustomerChanged() : CheckProjectChanged();
+    if (saved.value_or(0) != 0 || session.number != number) // the screen may go behind the question
+        return;
+    if (customers) {
+        CustomerPosition = records().position() + by;
+        DisplayCustomer();
+        return;
+    }
+    forward ? records().moveNext() : records().movePrevious();
+    // One beyond the record on display; a cancel goes there, and that is wanted.
+    ProjectPosition = records().position() + by;
+    RedrawProject(state().InManager);
+}
+
+/// Binds a signal to a routine, with the report of its errors under a name.
+template <typename Signal, typename Routine>
+void bind(KeyedItems& items, Signal signal, const char* name, Routine routine) {
+    QObject::connect(&items, signal, &Manager(), [name, routine](const auto&... given) {
+        Guarded(QString::fromLatin1(name), [&] { routine(given...); });
+    });
+}
+
+} // namespace
+
+void OpenDataBase() {
+    if (session.open)
+        return;
+    LogStep(QStringLiteral("Opening Project Database"));
+    SkipErrors step = ReportingSteps(QStringLiteral("frmDataBase_Load"));
+    session.open = true;
+    ++session.number;
+    Manager().reset();
+    RecordPanel().clear();
+    step([] {
+        OpenProjectTable(QStringLiteral("Optimistic"));
+        session.projects = ProjectTable.get();
+    });
+    step([] {
+        OpenCustomerTable(QStringLiteral("Optimistic"));
+        session.customers = CustomerTable.get();
+    });
+    Manager().smuiFind.setChoices(QStringLiteral("FIELDS"), {QStringLiteral("All")});
+    Manager().smuiFind.setValue(QStringLiteral("FIELDS"), QStringLiteral("All"));
+    FillCombo(Manager().smuiPanel1, QStringLiteral("TABLE"), QStringLiteral("Projects;Customer"));
+    Manager().smuiPanel1.setValue(QStringLiteral("TABLE"), QStringLiteral("Projects"));
+    CurrentTable = current_table::Projects;
+    if (session.projects) {
+        step([] { showFirstProject(false); });
+        step([] { CollectFieldNames(); });
+    } else {
+        ShowNoProjects();
+    }
+    ItemSelected = false;
+    state().ViewMode = QStringLiteral("Single");
+    Manager().layOut();
+}
+
+void UnloadDataBase() {
+    if (!session.open)
+        return;
+    const Session closing = std::exchange(session, {.number = session.number + 1});
+    SkipErrors step = ReportingSteps(QStringLiteral("frmDataBase_Unload"));
+    if (!ItemSelected)
+        step([] { UndoSelection(); });
+    CloseProjectTable(closing.projects);
+    CloseCustomerTable(closing.customers);
+    Manager().reset();
+    RecordPanel().clear();
+}
+
+void RequestClose() {
+    if (state().Loading) {
+        MsgBox(QStringLiteral("Can't close while loading database"),
+               QStringLiteral("Can't Close screen"));
+        return;
+    }
+    ports.screens->unload(Screen::frmDataBase);
+}
+
+void OptionsClick(const QString& key) {
+    if (state().Loading)
+        return;
+    SkipErrors step = ReportingSteps(QStringLiteral("smuiOptions_Click"));
+    if (key == u"DB Manager") {
+        state().InManager = true;
+        ShowList(false);
+        if (onCustomers()) {
+            step([] { DisplayCustomer(); });
+            SetEntryButtons(false, true);
+        } else {
+            step([] { RedrawProject(true); });
+            state().HelpTopic = help::Projects;
+        }
+        EnableStepping(true);
+    } else {
+        state().InManager = false;
+        step([] { RedrawProject(false); });
+        const bool list = state().ViewMode != u"Single";
+        state().HelpTopic = list ? help::List : help::Views;
+        ShowList(list);
+        EnableStepping(!list);
+    }
+    if (key == u"OPTIONS")
+        state().HelpTopic = help::Options;
+    Manager().layOut();
+}
+
+void TableChange(const QString& value) {
+    SkipErrors step = ReportingSteps(QStringLiteral("smuiPanel_Change"));
+    const bool customers = value != u"Projects";
+    state().HelpTopic = customers ? help::Customers : help::Projects;
+    CurrentTable = customers ? current_table::Customers : current_table::Projects;
+    SetEntryButtons(false, customers);
+    if (!customers) {
+        step([] { showFirstProject(true); });
+        return;
+    }
+    step([] {
+        if (CustomerRecords().isEmpty())
+            return;
+        CustomerRecords().moveFirst();
+        CustomerPosition = 1;
+    });
+    DisplayCustomer();
+}
+
+void ManagerClick(int panel, const QString& key) {
+    if (state().Loading || state().Switching || key == u"TABLE")
+        return;
+    SkipErrors step = ReportingSteps(QStringLiteral("smuiPanel_Click"));
+    Manager().setBusy(true);
+    const auto done = qScopeGuard([] { Manager().setBusy(false); });
+    if (panel == 1) {
+        state().HelpTopic = help::Projects;
+        step([&] { editCommand(key); });
+        return;
+    }
+    state().HelpTopic = help::Options;
+    for (const ViewCommand& command : viewCommands)
+        if (key == QLatin1String(command.key))
+            step([&] { command.run(); });
+}
+
+void ToolBarClick(const QString& key) {
+    if (key == u"CLOSE")
+        RequestClose();
+    else if (key == u"HELP")
+        ShowHelpTopic(state().HelpTopic);
+}
+
+void ButtonClick(const QString& key) {
+    if (key == u"CmdUp")
+        CmdUp();
+    else if (key == u"cmdDown")
+        CmdDown();
+    else if (key == u"cmdFind")
+        Find();
+    else if (key == u"ImgClose")
+        CloseFindPanel();
+}
+
+void BrowseClick(const QString& key) {
+    if (key != u"CUSTID_SHOW")
+        return;
+    if (CustomerRecords().isEmpty())
+        MsgBox(QStringLiteral("Please add a customer to the customer database before assigning a "
+                              "customer ID"),
+               QStringLiteral("Empty Database"), BoxIcon::Exclamation);
+    else
+        ports.screens->show(Screen::frmBrowseForCust);
+}
+
+void CmdUp() {
+    SkipErrors step = ReportingSteps(QStringLiteral("CmdUp"));
+    step([] { stepRecord(true); });
+}
+
+void CmdDown() {
+    SkipErrors step = ReportingSteps(QStringLiteral("CmdDown"));
+    step([] { stepRecord(false); });
+}
+
+void CloseFindPanel() {
+    state().FindShown = false;
+    Manager().smuiPanel0.setTicked(QStringLiteral("FIND"), false);
+    Manager().layOut();
+}
+
+void ListClick(int row) {
+    if (!state().Loading)
+        state().SelectedIndex = row;
+}
+
+void ListDoubleClick() {
+    if (!state().Loading)
+        selectCurrent();
+}
+
+void WireDataBase() {
+    static bool wired = false;
+    if (std::exchange(wired, true))
+        return;
+    ManagerModel& manager = Manager();
+    bind(manager.smuiToolBar, &KeyedItems::Clicked, "smuiToolBar_Click", ToolBarClick);
+    bind(manager.smuiOptions, &KeyedItems::Clicked, "smuiOptions_Click", OptionsClick);
+    bind(manager.smuiPanel0, &KeyedItems::Clicked, "smuiPanel_Click",
+         [](const QString& key) { ManagerClick(0, key); });
+    bind(manager.smuiPanel1, &KeyedItems::Clicked, "smuiPanel_Click",
+         [](const QString& key) { ManagerClick(1, key); });
+    bind(manager.smuiPanel1, &KeyedItems::Edited, "smuiPanel_Change",
+         [](const QString& key, const QString& value) {
+             if (key == u"TABLE")
+                 TableChange(value);
+         });
+    bind(manager.smuiFind, &KeyedItems::Chosen, "smuiFind_Change",
+         [](const QString&, int place, const QString&) { FindFieldChosen(place); });
+    bind(manager.smuiFind, &KeyedItems::Edited, "smuiFind_Change", FindChange);
+    bind(manager.smuiFind, &KeyedItems::Clicked, "smuiFind_MouseDown", FindClick);
+    bind(manager.buttons, &KeyedItems::Clicked, "ButtonClick", ButtonClick);
+    bind(RecordPanel(), &KeyedItems::ButtonPressed, "smuiDataBase_Click", BrowseClick);
+}
+
+} // namespace kelvrane

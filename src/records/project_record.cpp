@@ -1,0 +1,227 @@
+#include "records/project_record.h"
+
+#include "frame/error_report.h"
+#include "frame/settings.h"
+#include "platform/ports.h"
+#include "platform/texts.h"
+#include "records/manager_model.h"
+#include "records/record_panel.h"
+#include "records/record_state.h"
+#include "records/record_tables.h"
+
+namespace kelvrane {
+
+namespace {
+
+QString rowText(const char* key) {
+    return RecordPanel().value(QString::fromLatin1(key));
+}
+
+void writeField(const char* field, const QVariant& value) {
+    ProjectRecords().setValue(QString::fromLatin1(field), value);
+}
+
+bool isEmpty(const QString& text) {
+    return text.isEmpty();
+}
+bool isNotNumeric(const QString& text) {
+    return !IsNumeric(text);
+}
+bool isNegative(const QString& text) {
+    return ToDouble(text) < 0;
+}
+
+/// One step of the save: a row whose text is refused with a message, else written to a field.
+struct ProjectStep {
+    const char* row;
+    bool (*refuses)(const QString& text); ///< null: no test
+    const char* message;
+    const char* field;          ///< null: only tested
+    const char* whenEmpty = ""; ///< what an empty row stores
+};
+// The two rate messages are a pair: the first answers what isn't a number.
+constexpr ProjectStep projectSteps[] = {
+    {"PROJECT_NAME", isEmpty, "Project name cannot be blank!", "Project_Name"},
+    {"PROJECT_NUM", isEmpty, "Project number cannot be blank!", "Project_Number"},
+    {"ENTRY_DATE", isEmpty, "Entry Date cannot be blank!", "Entry_Date"},
+    {"ACTIVE", nullptr, "", "Active"},
+    {"NOTES", nullptr, "", "Notes", "< Add Notes >"},
+    {"RATE", isNotNumeric, "Rate must be a numeric value greater than 0!", nullptr},
+    {"RATE", isNegative, "Rate must be a numeric value greater than or equal to 0!", "Rate"},
+};
+
+constexpr PanelField comparedFields[] = {
+    {"PROJECT_NAME", "", "Project_Name"},
+    {"PROJECT_NUM", "", "Project_Number"},
+    {"ENTRY_DATE", "", "Entry_Date"},
+    {"ACTIVE", "", "Active"},
+    {"NOTES", "", "Notes"},
+    {"RATE", "", "Rate"},
+};
+
+/// False when the row is refused.
+bool runProjectStep(const ProjectStep& row, SkipErrors& step) {
+    bool refused = false;
+    step([&] {
+        const QString text = rowText(row.row);
+        refused = row.refuses && row.refuses(text);
+        if (!refused && row.field)
+            writeField(row.field, text.isEmpty() ? QString::fromLatin1(row.whenEmpty) : text);
+    });
+    if (refused)
+        ShowInvalidEntry(QString::fromLatin1(row.message));
+    return !refused;
+}
+
+/// Takes over the customer that the panel shows. The customer table's cursor says whether it still
+/// exists.
+void writeCustomer(SkipErrors& step) {
+    const bool unassigned = step.condition([] {
+        const QString shown = rowText("CUSTID_SHOW");
+        return shown.isEmpty() || shown == NotAssigned;
+    });
+    if (unassigned) {
+        step([] { writeField("CustomerID", QString()); });
+        return;
+    }
+    const bool onRow = step.condition(
+        [] { return !CustomerRecords().atEnd() && !CustomerRecords().atBeginning(); });
+    if (onRow) {
+        step([] {
+            writeField("CustomerID",
+                       QString(rowText("CUSCOMPANY") + u" - " + rowText("CUSLASTNAME")));
+        });
+        step([] { writeField("CustInfoDBID", int(ToInt16(rowText("CUSTID_HIDE")))); });
+        return;
+    }
+    MsgBox(QStringLiteral("Customer was deleted from the database.  Deassigning Customer ID"),
+           QStringLiteral("Customer Deleted"));
+    step([] { writeField("CustomerID", QString()); });
+    step([] { writeField("CustInfoDBID", QString()); });
+}
+
+/// The cursors after a delete. That deleting the last project moves the customer cursor is wanted.
+void moveAfterDelete(int position, int rowsBefore) {
+    if (position == rowsBefore)
+        CustomerRecords().movePrevious();
+    else if (rowsBefore == 1)
+        ProjectRecords().moveFirst();
+    else
+        ProjectRecords().moveNext();
+    if (ProjectRecords().count() > 1 && position > 1)
+        ProjectRecords().movePrevious();
+    else
+        ProjectRecords().moveFirst();
+}
+
+} // namespace
+
+void RedrawProject(bool editable) {
+    DisplayProject({.editable = editable, .showProject = true, .showCustomer = true});
+}
+
+void ShowInvalidEntry(const QString& text) {
+    MsgBox(text, QStringLiteral("Invalid Entry"), BoxIcon::Exclamation);
+}
+
+bool record_steps::mayDelete(bool tableIsEmpty) {
+    if (tableIsEmpty) {
+        MsgBox(QStringLiteral("No records to delete"), QStringLiteral("Database Empty"));
+        return false;
+    }
+    return MsgBox(QStringLiteral("Are you sure you want to delete this record"),
+                  QStringLiteral("Delete this record?"), BoxIcon::Question,
+                  BoxButtons::OkCancel) == BoxAnswer::Ok;
+}
+
+bool record_steps::saveWanted() {
+    return MsgBox(QStringLiteral("Save changes to the entry?"), QStringLiteral("Save Changes?"),
+                  BoxIcon::Question, BoxButtons::YesNo) == BoxAnswer::Yes;
+}
+
+void AddNewRecord(Int16 customer) {
+    const bool customers = customer != 0;
+    SetEntryButtons(true, customers);
+    Recordset& records = customers ? CustomerRecords() : ProjectRecords();
+    if (!records.isEmpty()) {
+        (customers ? CustomerPosition : ProjectPosition) = records.position();
+        records.moveLast();
+    }
+    records.addNew();
+    if (customers) {
+        DisplayCustomer(false);
+    } else {
+        RedrawProject(true);
+        RecordPanel().setValue(QStringLiteral("ENTRY_DATE"), DateText(ports.clock->today()));
+        RecordPanel().setValue(QStringLiteral("ACTIVE"), BooleanText(true));
+        RecordPanel().setRole(QStringLiteral("ACTIVE"), TextRole::Value);
+    }
+    ShowList(false);
+    EnableStepping(false);
+    KeyedItems& panel = Manager().smuiPanel1;
+    panel.setVisible(QStringLiteral("TABLE"), false);
+    panel.setVisible(customers ? QStringLiteral("ADD_NEW_CUSTOMER") : QStringLiteral("ADD_NEW"),
+                     false);
+}
+
+Int16 SaveNewProject() {
+    SkipErrors step = ReportingSteps(QStringLiteral("SaveNewProject"));
+    bool empty = true;
+    step([&] { empty = ProjectRecords().isEmpty(); });
+    if (empty)
+        return status::RecordInvalid;
+    for (const ProjectStep& row : projectSteps)
+        if (!runProjectStep(row, step))
+            return status::RecordInvalid;
+    writeCustomer(step);
+    step([] { ProjectRecords().update(); });
+    step([] { RedrawProject(true); });
+    step([] { ReturnToIdle(false); });
+    return status::Done;
+}
+
+void CancelProjectEntry() {
+    Recordset& records = ProjectRecords();
+    records.cancelUpdate();
+    ReturnToIdle(false);
+    if (records.isEmpty()) {
+        ShowNoProjects();
+        ProjectPosition = records.position();
+        return;
+    }
+    if (ProjectPosition.value_or(0) > 0 && records.count() >= *ProjectPosition) {
+        records.setPosition(*ProjectPosition);
+    } else {
+        records.moveFirst();
+        ProjectPosition = records.position();
+    }
+    RedrawProject(true);
+}
+
+void DeleteProject() {
+    Recordset& records = ProjectRecords();
+    if (!record_steps::mayDelete(records.isEmpty()))
+        return;
+    const int position = records.position();
+    const int rows = records.count();
+    records.deleteRow();
+    SkipErrors step(QStringLiteral("DeleteProject"));
+    if (!step([&] { moveAfterDelete(position, rows); }))
+        step([&] { records.movePrevious(); });
+    RedrawProject(true);
+}
+
+std::optional<Int16> CheckProjectChanged() {
+    Recordset& records = ProjectRecords();
+    bool dirty = false;
+    for (const PanelField& field : comparedFields)
+        dirty = dirty || rowText(field.key) != records.text(QString::fromLatin1(field.field));
+    const QString customer = rowText("CUSTID_SHOW");
+    dirty = dirty ||
+            (customer != records.text(QStringLiteral("CustomerID")) && customer != NotAssigned);
+    if (!dirty || !record_steps::saveWanted())
+        return std::nullopt;
+    return SaveNewProject();
+}
+
+} // namespace kelvrane

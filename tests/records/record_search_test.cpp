@@ -1,0 +1,79 @@
+#include "records/record_fixture.h"
+#include "records/record_search.h"
+
+namespace kelvrane::testing {
+namespace {
+
+class RecordSearchTest : public RecordTest {
+  protected:
+    void OpenWith(std::initializer_list<const char*> names) {
+        for (const char* name : names)
+            AddProject(QString::fromLatin1(name));
+        Open();
+        View("FIND");
+    }
+    static void Look(const QString& text) { Manager().smuiFind.edit(QStringLiteral("FIND"), text); }
+    void ExpectNothing(const char* text) {
+        dialogs.expect(QString::fromLatin1(text));
+        Step("cmdFind");
+        EXPECT_EQ(dialogs.shown.last().text, QString::fromLatin1(text));
+    }
+    QString FindCaption() { return Manager().buttons.item(QStringLiteral("cmdFind")).caption; }
+};
+
+TEST_F(RecordSearchTest, RecordsAreSearchedForwardFieldByField) {
+    OpenWith({"Alpha", "beta", "ALPHABET"});
+    ExpectNothing("Please select something to find");
+    EXPECT_EQ(dialogs.shown.last().title, "Nothing to Find");
+    Look(QStringLiteral("alpha"));
+    Step("cmdFind");
+    EXPECT_EQ(Row("PROJECT_NAME"), "Alpha");
+    EXPECT_EQ(FindCaption(), "Find Next");
+    Step("cmdFind");
+    EXPECT_EQ(Row("PROJECT_NAME"), "ALPHABET");
+    EXPECT_EQ(ProjectRecords().position(), 3);
+
+    Manager().smuiFind.toggle(QStringLiteral("CASE SENSITIVE"));
+    Look(QStringLiteral("alphabet"));
+    ExpectNothing("No records found");
+    EXPECT_EQ(dialogs.shown.last().title, " No records");
+    EXPECT_EQ(FindCaption(), "Find");
+    EXPECT_EQ(ProjectRecords().position(), 3);
+}
+
+TEST_F(RecordSearchTest, ListWithAllFieldsMovesOnByAColumnAMiss) {
+    OpenWith({"A", "B", "C", "D", "E", "F", "G", "H", "needle"});
+    View("LIST_VIEW");
+    ASSERT_EQ(Manager().ListView1.columnCount(), 8);
+    Look(QStringLiteral("needle"));
+    // Row 1 misses in its 8 columns, which leads to row 9.
+    Step("cmdFind");
+    EXPECT_EQ(Manager().state.SelectedIndex, 9);
+    EXPECT_EQ(Manager().state.ListFindIndex, 10);
+    ExpectNothing("No more items found"); // one past the last row
+    EXPECT_EQ(Manager().state.ListFindIndex, 1);
+    Look(QStringLiteral("nowhere"));
+    ExpectNothing("Item not found");
+}
+
+TEST_F(RecordSearchTest, TheFindPanelOpensAndClosesAndRestartsTheSearch) {
+    OpenWith({"A"});
+    EXPECT_TRUE(Manager().state.FindShown);
+    EXPECT_EQ(Manager().smuiFind.item(QStringLiteral("FIELDS")).choices, QStringList("All"));
+    Manager().smuiFind.click(QStringLiteral("SEARCH BACKWARD"));
+    EXPECT_TRUE(Manager().smuiFind.item(QStringLiteral("SEARCH BACKWARD")).ticked);
+    EXPECT_FALSE(Manager().smuiFind.item(QStringLiteral("SEARCH FORWARD")).ticked);
+    Step("ImgClose");
+    EXPECT_FALSE(Manager().state.FindShown);
+    EXPECT_FALSE(Manager().smuiPanel0.item(QStringLiteral("FIND")).ticked);
+}
+
+TEST_F(RecordSearchTest, AnEmptyDatabaseHasNothingToFind) {
+    OpenWith({});
+    Look(QStringLiteral("x"));
+    ExpectNothing("No records to find because Project Database is empty");
+    EXPECT_EQ(dialogs.shown.last().title, "Database is Empty");
+}
+
+} // namespace
+} // namespace kelvrane::testing
