@@ -10,6 +10,7 @@
 #include "timekeeping/running_summary.h"
 #include "timevalues/time_values.h"
 #include "widgets/bar_splitter.h"
+#include "widgets/card.h"
 #include "widgets/chart_view.h"
 #include "widgets/control_status_bar.h"
 #include "widgets/keyed_buttons.h"
@@ -31,6 +32,9 @@
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
 
 namespace kelvrane {
 
@@ -71,11 +75,11 @@ frmSTM::frmSTM(QWidget* parent) : QWidget(parent) {
     createMenu();
     arrange();
     bind();
-    lvwWeekView->setVisible(WeekViewShowing);
-    takeWantedSize();
     layOut();
+    takeWantedSize();
     showChart();
     showSummary();
+    smuiProjectStatus->setFocus();
     m_guarded = false;
 }
 
@@ -100,6 +104,7 @@ void frmSTM::createPanels() {
     auto* launchPage = Named(new KeyedButtons(&control.smuiPanelLaunch, views), "smuiPanel1");
     for (KeyedButtons* page : {layoutPage, launchPage})
         page->setAccessibleName(views);
+    smuiOptions->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     smuiOptions->bindPage(QStringLiteral("OPTIONS"), layoutPage);
     smuiOptions->bindPage(QStringLiteral("VIEWS"), launchPage);
     lvwWeekView = Named(new WeekTable(&control.lvwWeekView, this), "lvwWeekView");
@@ -109,7 +114,7 @@ void frmSTM::createPanels() {
 QToolButton* frmSTM::createGraphTypeButton(int index, const QString& toolTip) {
     auto* button = new QToolButton(m_chartArea);
     button->setObjectName(QStringLiteral("Picture1_") + QString::number(index));
-    button->setIcon(theme::Icon(index == 0 ? QStringLiteral("left1") : QStringLiteral("right1")));
+    button->setIcon(theme::Icon(index == 0 ? QStringLiteral("prev") : QStringLiteral("next")));
     button->setToolTip(toolTip);
     button->setAccessibleName(toolTip);
     button->setAutoRaise(true);
@@ -121,24 +126,28 @@ QToolButton* frmSTM::createGraphTypeButton(int index, const QString& toolTip) {
 }
 
 QWidget* frmSTM::createChartArea() {
-    m_chartArea = new QWidget(this);
+    m_chartArea = new Card(this);
     ChartSpace1 = Named(new ChartView(m_chartArea), "ChartSpace1");
     ChartSpace1->setTipFormatter(ValueTip);
     m_chartType = new QLabel(m_chartArea);
     m_chartType->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    QFont heading = m_chartType->font();
+    heading.setWeight(QFont::DemiBold);
+    m_chartType->setFont(heading);
 
     constexpr double besideTheBar = 40; // twips
     auto* types = new QHBoxLayout;
-    types->setContentsMargins(theme::FromTwips(besideTheBar), 0, 0, 0);
+    types->setContentsMargins(theme::FromTwips(besideTheBar), 2, theme::Margin, 2);
     types->setSpacing(2);
     types->addWidget(createGraphTypeButton(0, QStringLiteral("Previous Graph Type")));
     types->addWidget(createGraphTypeButton(1, QStringLiteral("Next Graph Type")));
     types->addSpacing(theme::Step);
     types->addWidget(m_chartType, 1);
     auto* content = new QVBoxLayout(m_chartArea);
-    content->setContentsMargins(0, 0, 0, 0);
-    content->setSpacing(2);
+    content->setContentsMargins(0, 0, 0, theme::Step);
+    content->setSpacing(0);
     content->addLayout(types);
+    content->addWidget(Line(m_chartArea));
     content->addWidget(ChartSpace1, 1);
     return m_chartArea;
 }
@@ -161,11 +170,9 @@ void frmSTM::arrange() {
     list->addWidget(smuiQuickView);
     list->addWidget(smuiBreakDown);
 
-    Splitter1 = Named(new BarSplitter(Qt::Vertical,
-                                      [&layout](int space) {
-                                          return FirstOfTwo(layout.Splitter1Percent, space);
-                                      }),
-                      "Splitter1");
+    Splitter1 =
+        Named(new BarSplitter(Qt::Vertical, [this](int space) { return placeListBar(space); }),
+              "Splitter1");
     Splitter1->addWidget(smuiProjectStatus);
     Splitter1->addWidget(m_list);
     Splitter2 = Named(new BarSplitter(Qt::Horizontal,
@@ -232,6 +239,13 @@ void frmSTM::bind() {
     });
 }
 
+/// The current project keeps its five rows in sight as long as the list has some room too.
+int frmSTM::placeListBar(int space) const {
+    const int rows = smuiProjectStatus->sizeHint().height();
+    const int least = std::min(rows, space - m_list->minimumSizeHint().height());
+    return std::max(FirstOfTwo(Control().layout.Splitter1Percent, space), least);
+}
+
 int frmSTM::placeWeekViewBar(int /*space*/) const {
     const double top = WeekViewBarTop(Control().layout, theme::ToTwips(height()));
     return theme::FromTwips(top) - splitter->y();
@@ -258,8 +272,9 @@ bool frmSTM::hasOwnSize() const {
 
 void frmSTM::takeWantedSize() {
     const QScopedValueRollback guard(m_guarded, true);
-    const ControlLayout& layout = Control().layout;
-    const QSize wanted(theme::FromTwips(layout.Width), theme::FromTwips(layout.Height));
+    layout()->activate(); // what was just hidden no longer counts in the least height
+    const ControlLayout& kept = Control().layout;
+    const QSize wanted(theme::FromTwips(kept.Width), theme::FromTwips(kept.Height));
     resize(screen() ? wanted.boundedTo(screen()->availableSize()) : wanted);
 }
 

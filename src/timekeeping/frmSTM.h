@@ -41,6 +41,7 @@ class frmSTM : public QWidget {
     void showChart();
     void showSummary();
     void takeWantedSize();
+    int placeListBar(int space) const;
     int placeWeekViewBar(int space) const;
     bool hasOwnSize() const;
 

@@ -8,15 +8,17 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace kelvrane {
 
 namespace {
 constexpr double editorWidth = 5100; // twips
 constexpr double editorHeight = 1290;
-constexpr int promptWidth = 420;
+constexpr int promptWidth = 480;
+constexpr int buttonHeight = 28;
 } // namespace
 
 frmExit::frmExit(QWidget* parent) : QDialog(parent) {
@@ -56,6 +58,7 @@ QPushButton* frmExit::addButton(const QString& key) {
     auto* button = new QPushButton(this);
     button->setObjectName(key);
     button->setAutoDefault(true);
+    button->setMinimumHeight(buttonHeight);
     connect(button, &QPushButton::clicked, this, [this, key] { m_prompt.controls.click(key); });
     return button;
 }
@@ -63,6 +66,7 @@ QPushButton* frmExit::addButton(const QString& key) {
 QComboBox* frmExit::addTimeList(const QString& key) {
     auto* list = new QComboBox(this);
     list->setObjectName(key);
+    list->setMinimumHeight(buttonHeight);
     list->setAccessibleName(m_prompt.controls.item(key).caption);
     list->addItems(m_prompt.controls.item(key).choices);
     connect(list, &QComboBox::activated, this, [this, key](int place) {
@@ -113,16 +117,25 @@ void frmExit::layOut() {
 /// The small editor: the lists and "Ok" on one line under "New Value:".
 void frmExit::layOutEditor() {
     refresh();
-    setMinimumWidth(0);
+    setMinimumWidth(theme::FromTwips(editorWidth));
     auto* content = static_cast<QVBoxLayout*>(layout());
     content->setContentsMargins(theme::Margin, theme::Margin, theme::Margin, theme::Margin);
     QLayout* texts = content->itemAt(0)->layout();
     auto* times = static_cast<QHBoxLayout*>(texts->itemAt(1)->layout());
     times->addWidget(cmdCancel);
     cboTime[0]->setFocus();
-    content->activate();
-    setMinimumSize(QSize(theme::FromTwips(editorWidth), theme::FromTwips(editorHeight)));
-    resize(minimumSize().expandedTo(QSize(0, content->sizeHint().height())));
+    resize(theme::FromTwips(editorWidth), theme::FromTwips(editorHeight));
+    fitHeight();
+}
+
+/// The countdown's labels come back behind the editor and need their room.
+void frmExit::fitHeight() {
+    layout()->activate();
+    setMinimumHeight(0);
+    const int wanted = layout()->totalHeightForWidth(width());
+    setMinimumHeight(wanted);
+    if (m_prompt.isEditing())
+        resize(width(), std::max(wanted, theme::FromTwips(editorHeight)));
 }
 
 void frmExit::refresh() {
@@ -149,6 +162,7 @@ void frmExit::refresh() {
     chkAsk->setText(ControlCaption(check.caption));
     chkAsk->setChecked(check.ticked);
     chkAsk->setVisible(check.visible);
+    fitHeight();
 }
 
 void frmExit::reject() {

@@ -29,6 +29,7 @@ class frmExit : public QDialog {
     QCheckBox* addCheck(const QString& key);
     void layOut();
     void layOutEditor();
+    void fitHeight();
     void refresh();
 
     ExitPrompt m_prompt;

@@ -20,6 +20,12 @@ namespace {
 constexpr int markSize = 20;
 constexpr int totalColumn = WeekView::columnsInAll - 1;
 
+/// Room at a column's sides; the outer ones line up with the panels above.
+QMargins Inset(int column) {
+    return {column == 0 ? theme::Margin : theme::Step / 2, 0,
+            column == totalColumn ? theme::Margin : theme::Step, 0};
+}
+
 /// "Mon" and the day's number in a round mark.
 class WeekHeader : public QHeaderView {
   public:
@@ -35,11 +41,11 @@ class WeekHeader : public QHeaderView {
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setClipRect(rect);
-        QRect inner = rect.adjusted(theme::Step, 0, -theme::Step, 0);
+        QRect inner = rect.marginsRemoved(Inset(section));
         const int day =
             model()->headerData(section, Qt::Horizontal, WeekView::DayOfMonthRole).toInt();
         if (day > 0)
-            inner.setRight(drawMark(painter, inner, day, isToday(section)) - theme::Step);
+            inner.setRight(drawMark(painter, inner, day, isToday(section)) - theme::Step + 2);
         QFont bold = font();
         bold.setWeight(section == totalColumn || isToday(section) ? QFont::DemiBold
                                                                   : QFont::Normal);
@@ -97,11 +103,23 @@ class FigureDelegate : public QStyledItemDelegate {
         return true;
     }
 
+    /// The style keeps a small margin of its own around the text.
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        if (option.state & QStyle::State_Selected)
+            painter->fillRect(option.rect,
+                              option.palette.brush(QPalette::Active, QPalette::Highlight));
+        QStyleOptionViewItem inner = option;
+        inner.rect = option.rect.marginsRemoved(Inset(index.column()) - QMargins(3, 0, 3, 0));
+        QStyledItemDelegate::paint(painter, inner, index);
+    }
+
   protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
         option->textElideMode = Qt::ElideMiddle;
         option->state &= ~QStyle::State_HasFocus;
+        option->viewItemPosition = QStyleOptionViewItem::Middle;
         if (index.column() == 0)
             return;
         option->font = theme::TabularFont(option->font);
@@ -155,8 +173,9 @@ void WeekTable::changeEvent(QEvent* event) {
 /// Every figure keeps its room; the names take what is left, and the table scrolls below that.
 void WeekTable::fitColumns() {
     const QFontMetrics metrics(font());
-    const int day = metrics.horizontalAdvance(QStringLiteral("Thur")) + markSize + 4 * theme::Step;
-    const int total = metrics.horizontalAdvance(QStringLiteral("Total 00")) + 3 * theme::Step;
+    const int day =
+        metrics.horizontalAdvance(QStringLiteral("Thur")) + markSize + 2 * theme::Step + 2;
+    const int total = metrics.horizontalAdvance(QStringLiteral("Total")) + 2 * theme::Margin;
     const int names = metrics.averageCharWidth() * 14;
     const int days = totalColumn - 1;
     const int spare = viewport()->width() - names - days * day - total;

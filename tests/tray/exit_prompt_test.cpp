@@ -1,7 +1,6 @@
 #include "frame/globals.h"
 #include "frame/settings.h"
-#include "startup/database_schema.h"
-#include "support/fakes.h"
+#include "support/working_day_fixture.h"
 #include "tray/exit_prompt.h"
 
 #include <optional>
@@ -10,26 +9,19 @@ using namespace kelvrane;
 using namespace kelvrane::testing;
 
 namespace {
-class ExitPromptTest : public ProgramTest {
+class ExitPromptTest : public WorkingDayTest {
   protected:
     ExitPromptTest() {
+        start("Alpha"); // at 9:00 AM
         clock.set("2026-03-02 17:00");
-        CreateDayInfoDatabase(path("DayInfo.mdb"));
-        ControlScreenLoaded = true;
-        DayEntries = {{.ProjectName = "Alpha",
-                       .ProjectNumber = "A1",
-                       .StartTime = "9:00 AM",
-                       .BreakTime = "0 Minutes",
-                       .TotalTime = "8 Hours 0 Minutes"}};
-        CurrentEntryIndex = 0;
         prompt.emplace();
     }
 
     QString caption(const QString& key) const { return prompt->controls.item(key).caption; }
     bool shown(const QString& key) const { return prompt->controls.item(key).visible; }
-    FakeTimer& exitTimer() { return *timers.created.last(); }
+    FakeTimer& exitTimer() { return *timers.created.last(); } // the prompt's own
 
-    void passMinutes(int minutes) {
+    void countDown(int minutes) {
         for (int minute = 0; minute < minutes; ++minute) {
             clock.advanceMinutes(1);
             exitTimer().fire();
@@ -54,21 +46,22 @@ TEST_F(ExitPromptTest, ComesUpCountingAndTellsTheTray) {
 }
 
 TEST_F(ExitPromptTest, CountsDownAndSavesTheDayWhenNobodyAnswers) {
-    passMinutes(14);
+    countDown(14);
     EXPECT_EQ(caption("Label1"), "The current time is 5:14 PM.");
     EXPECT_EQ(caption("Label2"),
               "Press cancel within 1 minutes, to cancel automatic save && quit.");
     EXPECT_TRUE(screens.unloaded.isEmpty());
 
-    passMinutes(1);
+    countDown(1);
     EXPECT_EQ(DayEntries[0].StopTime, "5:15 PM");
     EXPECT_FALSE(ControlScreenLoaded);
     EXPECT_TRUE(DayStopped);
+    EXPECT_EQ(history().size(), 1) << "the day is in the history";
     EXPECT_TRUE(screens.unloaded.contains(Screen::frmSTM));
     EXPECT_EQ(screens.unloaded.last(), Screen::frmExit);
 
     const auto unloads = screens.unloaded.size();
-    passMinutes(1);
+    countDown(1);
     EXPECT_EQ(screens.unloaded.size(), unloads) << "the countdown is over";
 }
 
@@ -83,9 +76,9 @@ TEST_F(ExitPromptTest, SaveStopsTheEntryAnewAndLeavesTheControlScreenLoaded) {
 }
 
 TEST_F(ExitPromptTest, CancelStopsTheCountdownAndLeavesTheDay) {
-    passMinutes(3);
+    countDown(3);
     prompt->controls.click("cmdCancel");
-    passMinutes(20);
+    countDown(20);
     EXPECT_EQ(screens.unloaded, QList<Screen>{Screen::frmExit});
     EXPECT_EQ(DayEntries[0].StopTime, "");
     EXPECT_FALSE(DayStopped);
@@ -121,17 +114,17 @@ TEST_F(ExitPromptTest, BecomesTheEditorOfTheStopTime) {
 
 TEST_F(ExitPromptTest, TheCountdownGoesOnBehindTheEditor) {
     prompt->controls.click("cmdUpdate");
-    passMinutes(1);
+    countDown(1);
     EXPECT_EQ(caption("Label1"), "The current time is 5:01 PM.");
     EXPECT_EQ(caption("Label2"),
               "Press cancel within 14 minutes, to cancel automatic save && quit.");
-    passMinutes(14);
+    countDown(14);
     EXPECT_EQ(DayEntries[0].StopTime, "5:15 PM");
     EXPECT_TRUE(DayStopped);
 }
 
 TEST_F(ExitPromptTest, AnUnreadableStopTimeOpensAnEmptyEditor) {
-    for (const QString text : {"", "PM", "noon today"}) {
+    for (const QString& text : {"", "PM", "noon today"}) {
         StopWorkTime = text;
         prompt.emplace();
         prompt->controls.click("cmdUpdate");

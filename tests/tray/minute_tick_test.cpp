@@ -1,15 +1,13 @@
-#include "tray/minute_tick.h"
-
 #include "frame/globals.h"
 #include "frame/recent_projects.h"
 #include "frame/tray_menus.h"
+#include "support/working_day_fixture.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/working_day.h"
 #include "tray/hidden_form.h"
+#include "tray/minute_tick.h"
 #include "tray/time_rules.h"
-
-#include "support/working_day_fixture.h"
 
 namespace kelvrane {
 namespace {
@@ -28,7 +26,7 @@ TEST_F(Tick, TheEndOfDayPromptComesAtTheStopTimeAndEveryInterval) {
     passMinutes(40);
     EXPECT_EQ(shown(Screen::frmExit), 0); // no entries today
     start("Alpha");
-    passMinutes(35); // 9:40 to 10:15
+    passMinutes(35);                      // 9:40 to 10:15
     EXPECT_EQ(shown(Screen::frmExit), 3); // 9:45, 10:00, 10:15
     EndDayReminder = "Off";               // isn't asked
     passMinutes(15);
