@@ -9,6 +9,7 @@
 #include "timekeeping/control_model.h"
 #include "timekeeping/week_view.h"
 #include "timekeeping/working_day.h"
+#include "timevalues/compaction.h"
 #include "timevalues/counter.h"
 #include "timevalues/day_file.h"
 #include "timevalues/day_history.h"

@@ -108,7 +108,7 @@ double RimWidth(const Composition& c, const std::vector<QString>& names) {
     for (const QString& name : names)
         widest = std::max(widest, c.metrics.horizontalAdvance(name) + 1);
     widest += c.metrics.horizontalAdvance(QStringLiteral("  100%"));
-    return std::min(widest, std::max(c.room.width() * 0.26, 110.0)) + leader + away;
+    return std::min(widest, c.room.width() * 0.28) + leader + away;
 }
 
 void AddRimLabels(Composition& c, std::vector<RimLabel> labels, const QRectF& pie) {

@@ -48,13 +48,17 @@ View3D Lifted(View3D view) {
     return view;
 }
 
-std::vector<Wedge> SortedWedges(const std::vector<Slice>& slices, double viewer) {
+/// apart: the slices are pulled out. As one disc they hide nothing of each other, and are cut only
+/// on the far side, where no seam shows.
+std::vector<Wedge> SortedWedges(const std::vector<Slice>& slices, double viewer, bool apart) {
     std::vector<Wedge> wedges;
     for (const Slice& slice : slices) {
         const bool whole = IsWhole(slice);
         // Cuts at the viewer's direction and opposite, where they fall into the slice.
         std::vector<double> ends{slice.start};
         for (int half = -4; half <= 4; ++half) {
+            if (half % 2 == 0 && (!apart || whole))
+                continue;
             const double cut = viewer + half * M_PI;
             if (cut > slice.start + 1e-9 && cut < slice.start + slice.sweep - 1e-9)
                 ends.push_back(cut);
@@ -216,7 +220,7 @@ void DrawSolidPie(Composition& c) {
         return;
     }
     Pie pie(c, camera, pull);
-    for (const Wedge& wedge : SortedWedges(slices, M_PI))
+    for (const Wedge& wedge : SortedWedges(slices, M_PI, pull > 0))
         pie.add(wedge);
     for (const Slice& slice : slices)
         pie.addFace(slice);

@@ -3,6 +3,7 @@
 #include "widgets/captions.h"
 #include "widgets/flat_button.h"
 #include "widgets/heading_line.h"
+#include "widgets/mark_painter.h"
 #include "widgets/open_editor.h"
 #include "widgets/theme.h"
 
@@ -26,18 +27,60 @@ namespace {
 // Flat buttons reach over column 0, so that their icons line up with the boxes of the checks.
 constexpr int LeadWidth = 8;
 constexpr int LastColumn = 2;
+constexpr int IconSide = 20;
+constexpr int FocusRoom = LeadWidth; // left of a mark, for the ring of the focus
 
 /// A check or choice whose tick is the item's.
-template <typename Button>
+template <typename Button, MarkShape shape>
 class ItemMark final : public Button {
   public:
     explicit ItemMark(QWidget* parent) : Button(parent) {
         this->setAutoExclusive(false);
-        this->setIconSize({20, 20});
+        this->setAttribute(Qt::WA_Hover);
+        this->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     }
+
+    QSize sizeHint() const override {
+        const int word = this->fontMetrics().horizontalAdvance(ShownCaption(this->text()));
+        return {textLeft() + word + 2,
+                qMax(theme::RowHeight, this->fontMetrics().height() + theme::Step)};
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
   protected:
     void nextCheckState() override {}
+    bool hitButton(const QPoint& position) const override {
+        return this->rect().contains(position);
+    }
+
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const bool lit = this->isEnabled() && this->underMouse();
+        if (this->hasFocus()) {
+            painter.setPen(QPen(this->palette().color(QPalette::Highlight), 1.5));
+            painter.drawRoundedRect(QRectF(this->rect()).adjusted(1, 1, -1, -1), theme::Radius,
+                                    theme::Radius);
+        }
+        const int middle = this->height() / 2;
+        PaintMark(painter, QRect(FocusRoom, middle - MarkSide / 2, MarkSide, MarkSide),
+                  {shape, this->isChecked(), this->isEnabled(), lit}, this->palette());
+        this->icon().paint(&painter, FocusRoom + MarkSide + theme::Step, middle - IconSide / 2,
+                           IconSide, IconSide, Qt::AlignCenter,
+                           this->isEnabled() ? QIcon::Normal : QIcon::Disabled);
+        const auto group = this->isEnabled() ? QPalette::Active : QPalette::Disabled;
+        painter.setPen(this->palette().color(group, QPalette::WindowText));
+        const QRect place = this->rect().adjusted(textLeft(), 0, 0, 0);
+        painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                         this->fontMetrics().elidedText(ShownCaption(this->text()), Qt::ElideRight,
+                                                        place.width()));
+    }
+
+  private:
+    int textLeft() const {
+        const int icon = this->icon().isNull() ? 0 : IconSide + theme::Step;
+        return FocusRoom + MarkSide + theme::Step + 2 + icon;
+    }
 };
 
 class Line final : public QWidget {
@@ -83,8 +126,9 @@ KeyedButtons::KeyedButtons(KeyedItems* items, const QString& heading, QWidget* p
     layout->addStretch(1);
     m_grid->setContentsMargins(4, 0, 4, theme::Step);
     m_grid->setHorizontalSpacing(0);
-    m_grid->setVerticalSpacing(2);
+    m_grid->setVerticalSpacing(3);
     m_grid->setColumnMinimumWidth(0, LeadWidth);
+    m_grid->setColumnMinimumWidth(LastColumn + 1, LeadWidth);
     m_grid->setColumnStretch(LastColumn, 1);
     setAccessibleName(m_heading->text());
 
@@ -116,7 +160,7 @@ void KeyedButtons::rebuild() {
         if (!item.key.isEmpty())
             m_byKey.insert(item.key, row);
         place(row, line++);
-        show(item, row);
+        showItem(item, row);
     }
     // A control may be at the end of its own click.
     for (const Row& gone : std::as_const(former)) {
@@ -133,12 +177,13 @@ void KeyedButtons::rebuild() {
 void KeyedButtons::place(const Row& row, int line) {
     const bool reachesOver = row.kind == ItemKind::Button || row.kind == ItemKind::Browse ||
                              row.kind == ItemKind::SubMenu || row.kind == ItemKind::Separator ||
-                             row.kind == ItemKind::Heading;
+                             row.kind == ItemKind::Heading || row.kind == ItemKind::Check ||
+                             row.kind == ItemKind::Choice;
     if (row.caption != nullptr) {
         m_grid->addWidget(row.caption, line, 1);
         m_grid->addWidget(row.control, line, LastColumn);
     } else if (reachesOver) {
-        m_grid->addWidget(row.control, line, 0, 1, LastColumn + 1);
+        m_grid->addWidget(row.control, line, 0, 1, LastColumn + 2);
     } else {
         m_grid->addWidget(row.control, line, 1, 1, LastColumn);
     }
@@ -152,7 +197,7 @@ void KeyedButtons::refresh(int first, int last) {
             rebuild();
             return;
         }
-        show(item, m_rows[row]);
+        showItem(item, m_rows[row]);
     }
 }
 
@@ -179,9 +224,9 @@ QWidget* KeyedButtons::createControl(const KeyedItem& item) {
     };
     switch (item.kind) {
     case ItemKind::Check:
-        return onMark(new ItemMark<QCheckBox>(this));
+        return onMark(new ItemMark<QCheckBox, MarkShape::Box>(this));
     case ItemKind::Choice:
-        return onMark(new ItemMark<QRadioButton>(this));
+        return onMark(new ItemMark<QRadioButton, MarkShape::Dot>(this));
     case ItemKind::Button:
     case ItemKind::SubMenu:
     case ItemKind::Browse: {
@@ -231,7 +276,7 @@ QWidget* KeyedButtons::createControl(const KeyedItem& item) {
     return new QWidget(this);
 }
 
-void KeyedButtons::show(const KeyedItem& item, const Row& row) {
+void KeyedButtons::showItem(const KeyedItem& item, const Row& row) {
     const QString caption = ShownCaption(item.caption);
     if (auto* label = qobject_cast<QLabel*>(row.caption)) {
         label->setText(caption);

@@ -35,7 +35,7 @@ class KeyedButtons : public QWidget {
     void refresh(int first, int last);
     Row create(const KeyedItem& item);
     QWidget* createControl(const KeyedItem& item);
-    void show(const KeyedItem& item, const Row& row);
+    void showItem(const KeyedItem& item, const Row& row);
     void applyPalette();
 
     KeyedItems* m_items;

@@ -73,7 +73,7 @@ void KeyedToolBar::rebuild() {
             }
             m_buttons.insert(item.key, button);
             m_layout->addWidget(button);
-            show(item);
+            showItem(item);
         }
     }
     if (!stretched)
@@ -88,11 +88,11 @@ void KeyedToolBar::rebuild() {
 
 void KeyedToolBar::refresh(int first, int last) {
     for (int row = first; row <= last; ++row)
-        show(m_items->items()[row]);
+        showItem(m_items->items()[row]);
     fitWords();
 }
 
-void KeyedToolBar::show(const KeyedItem& item) {
+void KeyedToolBar::showItem(const KeyedItem& item) {
     FlatButton* button = m_buttons.value(item.key);
     if (button == nullptr)
         return;

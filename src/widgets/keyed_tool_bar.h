@@ -32,7 +32,7 @@ class KeyedToolBar : public QWidget {
   private:
     void rebuild();
     void refresh(int first, int last);
-    void show(const KeyedItem& item);
+    void showItem(const KeyedItem& item);
     void fitWords();
     int widthWith(bool words) const;
 

@@ -1,5 +1,6 @@
 #include "frame/globals.h"
 #include "frame/settings.h"
+#include "startup/database_schema.h"
 #include "support/fakes.h"
 #include "tray/exit_prompt.h"
 
@@ -13,6 +14,7 @@ class ExitPromptTest : public ProgramTest {
   protected:
     ExitPromptTest() {
         clock.set("2026-03-02 17:00");
+        CreateDayInfoDatabase(path("DayInfo.mdb"));
         ControlScreenLoaded = true;
         DayEntries = {{.ProjectName = "Alpha",
                        .ProjectNumber = "A1",
@@ -110,7 +112,7 @@ TEST_F(ExitPromptTest, BecomesTheEditorOfTheStopTime) {
     prompt->controls.choose("cboTime1", 0);
     EXPECT_EQ(StopWorkTime, "6:0 PM") << "the text as it stands";
     prompt->controls.choose("cboTime2", 0);
-    EXPECT_EQ(StripRegTerminator(RegQueryValue(keys::Main, "StopWorkTime")), "6:0 AM");
+    EXPECT_EQ(RegQueryValue(keys::Main, "StopWorkTime"), "6:0 AM");
 
     prompt->controls.click("cmdCancel"); // it reads "Ok" now
     EXPECT_EQ(screens.unloaded, QList<Screen>{Screen::frmExit});
@@ -129,7 +131,7 @@ TEST_F(ExitPromptTest, TheCountdownGoesOnBehindTheEditor) {
 }
 
 TEST_F(ExitPromptTest, AnUnreadableStopTimeOpensAnEmptyEditor) {
-    for (const QString& text : {"", "PM", "noon today"}) {
+    for (const QString text : {"", "PM", "noon today"}) {
         StopWorkTime = text;
         prompt.emplace();
         prompt->controls.click("cmdUpdate");
@@ -144,5 +146,5 @@ TEST_F(ExitPromptTest, TheCheckSwitchesTheStoredReminder) {
     EXPECT_TRUE(prompt->controls.item("chkAsk").ticked);
     prompt->controls.toggle("chkAsk");
     EXPECT_EQ(EndDayReminder, "On");
-    EXPECT_EQ(StripRegTerminator(RegQueryValue(keys::Main, "EndDayReminder")), "On");
+    EXPECT_EQ(RegQueryValue(keys::Main, "EndDayReminder"), "On");
 }

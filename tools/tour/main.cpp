@@ -18,6 +18,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QMenu>
 #include <QPushButton>
 #include <QStyleFactory>
@@ -109,8 +110,9 @@ class Tour {
     void databaseManager() {
         ports.screens->show(Screen::frmDataBase);
         picture(QStringLiteral("database-single"), Screen::frmDataBase);
-        if (auto* list = screen(Screen::frmDataBase)->findChild<QAbstractButton*>(
-                QStringLiteral("LIST_VIEW")))
+        QWidget* manager = screen(Screen::frmDataBase);
+        if (auto* list = manager ? manager->findChild<QAbstractButton*>(QStringLiteral("LIST_VIEW"))
+                                 : nullptr)
             list->click();
         picture(QStringLiteral("database-list"), Screen::frmDataBase);
         ports.screens->unload(Screen::frmDataBase);
@@ -173,12 +175,15 @@ class Tour {
         m_album.withBox(QStringLiteral("exit-question"), QStringLiteral("Cancel"), [] {
             TrayMenuClick(QStringLiteral("mnuSysTrayExit"));
         });
-        m_album.withBox(QStringLiteral("second-instance"), QStringLiteral("OK"), [this] {
-            const auto other = std::make_unique<Program>(
-                PortChoices{.clock = &m_clock, .timers = &m_timers});
-            other->start({});
-        });
         m_program.reset();
+        {
+            QLockFile other(InAppPath(QStringLiteral("kelvrane.lock")));
+            other.tryLock(0);
+            begin();
+            m_album.withBox(QStringLiteral("second-instance"), QStringLiteral("OK"),
+                            [this] { m_program->start({}); });
+            m_program.reset();
+        }
         QFile::remove(InAppPath(QString::fromLatin1(files::DayHistory)));
         begin();
         m_album.withBox(QStringLiteral("missing-history"), QStringLiteral("OK"),

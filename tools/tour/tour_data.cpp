@@ -70,9 +70,9 @@ void addProjects(Connection& connection, QDate today) {
         rows.setValue(QStringLiteral("Rate"), project.rate);
         if (project.customer > 0) {
             const Customer& customer = customers[project.customer - 1];
-            rows.setValue(QStringLiteral("CustomerID"), QString::fromUtf8(customer.company) +
-                                                            QStringLiteral(" - ") +
-                                                            QString::fromUtf8(customer.lastName));
+            const QString name = QString::fromUtf8(customer.company) + QStringLiteral(" - ") +
+                                 QString::fromUtf8(customer.lastName);
+            rows.setValue(QStringLiteral("CustomerID"), name);
             rows.setValue(QStringLiteral("CustInfoDBID"), project.customer);
         }
         rows.update();
