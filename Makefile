@@ -26,9 +26,10 @@ tour: setup-build build/release/build.ninja ## a scripted day on the real screen
 	cmake --build --preset release --target tour
 	QT_QPA_PLATFORM=offscreen build/release/tools/tour/tour out/tour
 
-bench: setup-build setup-bench build/bench/build.ninja ## measure against the floors
-	cmake --build --preset bench
-	bench/run.sh build/bench
+bench: setup-build setup-bench build/release/build.ninja ## measure against the floors
+	cmake --preset release -DKELVRANE_BENCH=ON
+	cmake --build --preset release --target kelvrane kelvrane_bench prepare_folder empty_window
+	bench/run.sh build/release
 
 # Leaks inside system libraries are listed in tools/lsan.supp; every other report fails the test.
 sanitize: export ASAN_OPTIONS = detect_leaks=1:detect_stack_use_after_return=1:strict_string_checks=1

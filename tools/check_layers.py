@@ -52,9 +52,10 @@ def module_of(name):
 
 
 def folder_of(name):
-    """The folder that a file counts to: screens are a folder of their own."""
+    """The folder that a file counts to: the subsystems' screens are a folder of their own."""
     folder, _, file = name.rpartition("/")
-    return "screens" if re.match(r"frm[A-Z]", file) else folder.split("/")[0]
+    top = folder.split("/")[0]
+    return "screens" if re.match(r"frm[A-Z]", file) and top != "widgets" else top
 
 
 def floor_of(name):

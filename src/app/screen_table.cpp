@@ -1,6 +1,7 @@
 #include "app/screen_host.h"
 #include "frame/frmDebugWindow.h"
 #include "frame/trace.h"
+#include "records/database_manager.h"
 #include "records/frmDataBase.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/frmSTM.h"
@@ -16,7 +17,7 @@ QWidget* Create() {
 }
 
 constexpr ScreenRow table[] = {
-    {Screen::frmDataBase, Create<frmDataBase>},
+    {Screen::frmDataBase, Create<frmDataBase>, UnloadDataBase},
     {Screen::frmDebugWindow, Create<frmDebugWindow>, [] { Trace().clear(); }},
     {Screen::frmExit, Create<frmExit>},
     {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},

@@ -25,7 +25,7 @@ namespace kelvrane {
 
 namespace {
 
-constexpr QSize startSize(860, 600);
+constexpr QSize startSize(860, 660);
 constexpr QSize smallestSize(560, 400);
 constexpr int columnWidth = 216; // of the tabs
 constexpr int longestFind = 420;
@@ -80,16 +80,13 @@ QWidget* frmDataBase::createFindPanel() {
     close->setAutoRaise(true);
     m_buttons << find << close;
 
-    auto* side = new QVBoxLayout;
-    side->addWidget(close, 0, Qt::AlignRight | Qt::AlignTop);
-    side->addStretch(1);
-    side->addWidget(find);
     auto* content = new QHBoxLayout(m_findPanel);
     content->setContentsMargins(0, 0, 0, theme::Margin);
     content->setSpacing(theme::Margin);
     content->addWidget(smuiFind, 1);
-    content->addLayout(side);
+    content->addWidget(find, 0, Qt::AlignBottom);
     content->addStretch(0);
+    content->addWidget(close, 0, Qt::AlignTop);
     return m_findPanel;
 }
 
@@ -170,7 +167,13 @@ void frmDataBase::bind() {
 
 void frmDataBase::layOut() {
     const ManagerState& state = Manager().state;
-    m_views->setCurrentWidget(state.listShown ? static_cast<QWidget*>(ListView1) : smuiDataBase);
+    QWidget* view = state.listShown ? static_cast<QWidget*>(ListView1) : smuiDataBase;
+    // What is hidden would hand the focus to the tool bar.
+    const QWidget* focus = focusWidget();
+    if (focus &&
+        (m_views->isAncestorOf(focus) || (!state.FindShown && m_findPanel->isAncestorOf(focus))))
+        view->setFocus();
+    m_views->setCurrentWidget(view);
     m_stepping->setVisible(!state.listShown);
     m_select->setEnabled(!state.InManager);
     const bool findOpens = state.FindShown && m_findPanel->isHidden();
@@ -201,11 +204,6 @@ void frmDataBase::showProgress() {
 void frmDataBase::closeEvent(QCloseEvent* event) {
     event->ignore();
     Guarded(QStringLiteral("frmDataBase_Unload"), RequestClose);
-}
-
-void frmDataBase::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    ListView1->layOutColumns();
 }
 
 void frmDataBase::keyPressEvent(QKeyEvent* event) {

@@ -100,6 +100,7 @@ frmDataBaseList::frmDataBaseList(ProjectList* list, QWidget* parent)
     showSortArrow();
 }
 
+/// Five columns fill the width; the others are scrolled to.
 void frmDataBaseList::layOutColumns() {
     constexpr int edge = 5;
     constexpr int columnsInView = 5;
@@ -125,6 +126,11 @@ void frmDataBaseList::keyPressEvent(QKeyEvent* event) {
         emit RowTaken();
     else
         QTreeView::keyPressEvent(event);
+}
+
+void frmDataBaseList::resizeEvent(QResizeEvent* event) {
+    QTreeView::resizeEvent(event);
+    layOutColumns();
 }
 
 void frmDataBaseList::paintEvent(QPaintEvent* event) {

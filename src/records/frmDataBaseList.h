@@ -14,9 +14,6 @@ class frmDataBaseList : public QTreeView {
     /// The list outlives the view.
     explicit frmDataBaseList(ProjectList* list, QWidget* parent = nullptr);
 
-    /// Five columns fill the width.
-    void layOutColumns();
-
   signals:
     void RowChosen(int row); ///< 1-based, 0: none
     void RowTaken();         ///< double click or Enter on the row chosen
@@ -25,8 +22,10 @@ class frmDataBaseList : public QTreeView {
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void layOutColumns();
     void showSortArrow();
     void showRow(int row);
 

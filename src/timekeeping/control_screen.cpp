@@ -21,6 +21,7 @@
 #include "timevalues/day_history.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kelvrane {
 
@@ -63,26 +64,28 @@ QList<NumberKey> numberKeys(ControlLayout& layout) {
             {"fLastSizePercent", &layout.WeekViewSize, 3000}};
 }
 
+QString layoutText(const char* key, const QString& fallback) {
+    return ports.settings->section(section, QString::fromLatin1(key), fallback);
+}
+
+/// A stored number between 0 and the limit; what is missing or out of place is the fallback.
+double layoutNumber(const char* key, double fallback, double limit) {
+    double number = fallback;
+    SkipErrors step(QStringLiteral("frmSTM_Load"));
+    step([&] { number = ToDouble(layoutText(key, DoubleText(fallback))); });
+    return number >= 0 && number <= limit ? number : fallback;
+}
+
 void readLayout() {
+    constexpr double farOut = 1'000'000; // twips, beyond any desktop
     ControlLayout& layout = Control().layout;
     for (const BooleanKey& row : booleanKeys(layout)) {
-        const QString text = ports.settings->section(section, QString::fromLatin1(row.key),
-                                                     BooleanText(row.fallback));
-        *row.value = text == BooleanText(true) ? true
-                     : text == BooleanText(false) ? false
-                                                  : row.fallback;
+        const QString text = layoutText(row.key, {});
+        *row.value = text == BooleanText(!row.fallback) ? !row.fallback : row.fallback;
     }
-    for (const NumberKey& row : numberKeys(layout)) {
-        const QString text =
-            ports.settings->section(section, QString::fromLatin1(row.key), QString());
-        constexpr double farOut = 1'000'000;
-        const double number = IsNumeric(text) ? ToDouble(text) : row.fallback;
-        *row.value = number >= 0 && number < farOut ? number : row.fallback;
-    }
-    const QString index =
-        ports.settings->section(section, QStringLiteral("ChartType"), QStringLiteral("0"));
-    const double number = IsNumeric(index) ? ToDouble(index) : 0;
-    ChartIndex = qint64(std::clamp(number, 0.0, double(chartTypeCount - 1)));
+    for (const NumberKey& row : numberKeys(layout))
+        *row.value = layoutNumber(row.key, row.fallback, farOut);
+    ChartIndex = qint64(std::min(layoutNumber("ChartType", 0, farOut), chartTypeCount - 1.0));
 }
 
 // Launchers of the panel, and the screens that they open.
@@ -374,6 +377,10 @@ void undoSelection() {
 } // namespace
 
 void WireControlScreen() {
+    selectionSinks.day = {takeSelection, undoSelection};
+    static bool wired = false;
+    if (std::exchange(wired, true))
+        return;
     ControlModel& control = Control();
     QObject::connect(&control.smuiTimeCtrl, &KeyedItems::Clicked, &control, [](const QString& key) {
         Guarded(QStringLiteral("smuiTimeCtrl_Click"), [&] { TimeCtrlClick(key); });
@@ -395,7 +402,6 @@ void WireControlScreen() {
     QObject::connect(&control.mnuSetData, &KeyedItems::Clicked, &control, [](const QString& key) {
         Guarded(QStringLiteral("mnuSetData_Click"), [&] { SetDataClick(key); });
     });
-    selectionSinks.day = {takeSelection, undoSelection};
 }
 
 } // namespace kelvrane

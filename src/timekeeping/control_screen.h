@@ -35,7 +35,8 @@ void ShowQuickView(bool showing, bool layOut);
 void ShowGraph(bool showing, bool layOut);
 void ShowWeekView(bool showing, bool layOut);
 
-/// Binds Control()'s signals to the procedures above; once a process.
+/// Binds Control()'s signals to the procedures above, and takes the Database Manager's choices for
+/// the day. A second call binds nothing twice.
 void WireControlScreen();
 
 } // namespace kelvrane

@@ -220,7 +220,7 @@ void ModifySysTrayStatusHeading(const QString& /*Word*/) {
 
 void ShowBreakState() {
     Menus().mnuSysTray.setCaption(QString::fromLatin1(tray_items::Break), offersEnd);
-    StatusHeading = Status().text() + onBreakMark;
+    StatusHeading = StatusHeading.remove(onBreakMark) + onBreakMark;
     SetStatusText(StatusHeading);
 }
 

@@ -3,6 +3,7 @@
 #include "widgets/captions.h"
 #include "widgets/flat_button.h"
 #include "widgets/heading_line.h"
+#include "widgets/mark_painter.h"
 #include "widgets/open_editor.h"
 #include "widgets/theme.h"
 
@@ -26,19 +27,60 @@ namespace {
 // Flat buttons reach over column 0, so that their icons line up with the boxes of the checks.
 constexpr int LeadWidth = 8;
 constexpr int LastColumn = 2;
+constexpr int IconSide = 20;
+constexpr int FocusRoom = LeadWidth; // left of a mark, for the ring of the focus
 
 /// A check or choice whose tick is the item's.
-template <typename Button>
+template <typename Button, MarkShape shape>
 class ItemMark final : public Button {
   public:
     explicit ItemMark(QWidget* parent) : Button(parent) {
         this->setAutoExclusive(false);
-        this->setIconSize({20, 20});
-        this->setMinimumHeight(theme::RowHeight);
+        this->setAttribute(Qt::WA_Hover);
+        this->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     }
+
+    QSize sizeHint() const override {
+        const int word = this->fontMetrics().horizontalAdvance(ShownCaption(this->text()));
+        return {textLeft() + word + 2,
+                qMax(theme::RowHeight, this->fontMetrics().height() + theme::Step)};
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
   protected:
     void nextCheckState() override {}
+    bool hitButton(const QPoint& position) const override {
+        return this->rect().contains(position);
+    }
+
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const bool lit = this->isEnabled() && this->underMouse();
+        if (this->hasFocus()) {
+            painter.setPen(QPen(this->palette().color(QPalette::Highlight), 1.5));
+            painter.drawRoundedRect(QRectF(this->rect()).adjusted(1, 1, -1, -1), theme::Radius,
+                                    theme::Radius);
+        }
+        const int middle = this->height() / 2;
+        PaintMark(painter, QRect(FocusRoom, middle - MarkSide / 2, MarkSide, MarkSide),
+                  {shape, this->isChecked(), this->isEnabled(), lit}, this->palette());
+        this->icon().paint(&painter, FocusRoom + MarkSide + theme::Step, middle - IconSide / 2,
+                           IconSide, IconSide, Qt::AlignCenter,
+                           this->isEnabled() ? QIcon::Normal : QIcon::Disabled);
+        const auto group = this->isEnabled() ? QPalette::Active : QPalette::Disabled;
+        painter.setPen(this->palette().color(group, QPalette::WindowText));
+        const QRect place = this->rect().adjusted(textLeft(), 0, 0, 0);
+        painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                         this->fontMetrics().elidedText(ShownCaption(this->text()), Qt::ElideRight,
+                                                        place.width()));
+    }
+
+  private:
+    int textLeft() const {
+        const int icon = this->icon().isNull() ? 0 : IconSide + theme::Step;
+        return FocusRoom + MarkSide + theme::Step + 2 + icon;
+    }
 };
 
 class Line final : public QWidget {
@@ -135,7 +177,8 @@ void KeyedButtons::rebuild() {
 void KeyedButtons::place(const Row& row, int line) {
     const bool reachesOver = row.kind == ItemKind::Button || row.kind == ItemKind::Browse ||
                              row.kind == ItemKind::SubMenu || row.kind == ItemKind::Separator ||
-                             row.kind == ItemKind::Heading;
+                             row.kind == ItemKind::Heading || row.kind == ItemKind::Check ||
+                             row.kind == ItemKind::Choice;
     if (row.caption != nullptr) {
         m_grid->addWidget(row.caption, line, 1);
         m_grid->addWidget(row.control, line, LastColumn);
@@ -181,9 +224,9 @@ QWidget* KeyedButtons::createControl(const KeyedItem& item) {
     };
     switch (item.kind) {
     case ItemKind::Check:
-        return onMark(new ItemMark<QCheckBox>(this));
+        return onMark(new ItemMark<QCheckBox, MarkShape::Box>(this));
     case ItemKind::Choice:
-        return onMark(new ItemMark<QRadioButton>(this));
+        return onMark(new ItemMark<QRadioButton, MarkShape::Dot>(this));
     case ItemKind::Button:
     case ItemKind::SubMenu:
     case ItemKind::Browse: {

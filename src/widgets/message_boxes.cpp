@@ -1,5 +1,7 @@
 #include "widgets/message_boxes.h"
 
+#include "widgets/theme.h"
+
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -11,14 +13,19 @@ namespace kelvrane {
 
 namespace {
 
+constexpr int IconSide = 40;
+
 struct IconRow {
     BoxIcon icon;
-    QMessageBox::Icon shown;
+    const char* name;
+    QRgb color;
 };
 constexpr IconRow IconRows[] = {
-    {BoxIcon::None, QMessageBox::NoIcon},         {BoxIcon::Information, QMessageBox::Information},
-    {BoxIcon::Exclamation, QMessageBox::Warning}, {BoxIcon::Stop, QMessageBox::Critical},
-    {BoxIcon::Question, QMessageBox::Question},
+    {BoxIcon::None, "", 0},
+    {BoxIcon::Information, "about", 0xff3b78d8},
+    {BoxIcon::Exclamation, "warning", 0xffe0962e},
+    {BoxIcon::Stop, "cancel", 0xffc8372d},
+    {BoxIcon::Question, "help", 0xff3b78d8},
 };
 
 struct ButtonsRow {
@@ -98,7 +105,10 @@ BoxAnswer MessageBoxes::ask(const Box& box) {
     shown->setWindowTitle(box.title);
     shown->setTextFormat(Qt::PlainText);
     shown->setText(ShownMessage(box.text));
-    shown->setIcon(icon.shown);
+    shown->setIconPixmap(theme::IconPixmap(
+        QLatin1String(icon.name), IconSide,
+        theme::ReadableOn(QColor(icon.color), shown->palette().color(QPalette::Window), 3),
+        shown->devicePixelRatioF()));
     shown->setStandardButtons(buttons.shown);
     shown->setDefaultButton(buttons.safe);
     shown->setEscapeButton(buttons.safe);

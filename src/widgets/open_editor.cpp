@@ -19,6 +19,11 @@ void SetOpenEditor(QObject* editor, std::function<void()> commit) {
     commitStep = std::move(commit);
 }
 
+void ForgetOpenEditor(const QObject* editor) {
+    if (openEditor == editor)
+        openEditor = nullptr;
+}
+
 void CommitOpenEditor() {
     if (!openEditor)
         return;

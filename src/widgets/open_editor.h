@@ -11,6 +11,9 @@ namespace kelvrane {
 /// Registers the open editor with the step that takes its text over; forgotten when it is deleted.
 void SetOpenEditor(QObject* editor, std::function<void()> commit);
 
+/// It closes by itself; nothing when another one is open.
+void ForgetOpenEditor(const QObject* editor);
+
 /// Takes the open editor's text over and closes it. Nothing when none is open.
 void CommitOpenEditor();
 

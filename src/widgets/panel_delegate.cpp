@@ -1,10 +1,10 @@
 #include "widgets/panel_delegate.h"
 
 #include "widgets/captions.h"
+#include "widgets/mark_painter.h"
 #include "widgets/panel_model.h"
 #include "widgets/theme.h"
 
-#include <QApplication>
 #include <QLineEdit>
 #include <QPainter>
 
@@ -16,7 +16,6 @@ constexpr int Inset = theme::Margin; // of the text from the panel's edge
 constexpr int WashInset = 4;         // of the wash
 constexpr int ButtonWidth = 24;
 constexpr int ArrowSide = 14;
-constexpr int MarkSide = 16;
 constexpr int FieldPad = 6;
 
 bool HasColumns(ItemKind kind) {
@@ -240,18 +239,11 @@ void PanelDelegate::paintField(const Brush& brush) const {
 }
 
 void PanelDelegate::paintMark(const Brush& brush) const {
-    QStyleOptionButton mark;
-    mark.palette = brush.palette();
-    mark.rect = QRect(brush.row().left() + Inset, brush.row().center().y() - MarkSide / 2 + 1,
+    const QRect place(brush.row().left() + Inset, brush.row().center().y() - MarkSide / 2 + 1,
                       MarkSide, MarkSide);
-    mark.state = brush.item.ticked ? QStyle::State_On : QStyle::State_Off;
-    mark.state.setFlag(QStyle::State_Enabled, brush.item.enabled);
-    mark.state.setFlag(QStyle::State_MouseOver, brush.isHovered());
-    const QStyle* style =
-        brush.option.widget == nullptr ? QApplication::style() : brush.option.widget->style();
-    style->drawPrimitive(brush.item.kind == ItemKind::Check ? QStyle::PE_IndicatorCheckBox
-                                                            : QStyle::PE_IndicatorRadioButton,
-                         &mark, &brush.painter, brush.option.widget);
+    const MarkShape shape = brush.item.kind == ItemKind::Check ? MarkShape::Box : MarkShape::Dot;
+    PaintMark(brush.painter, place,
+              {shape, brush.item.ticked, brush.item.enabled, brush.isHovered()}, brush.palette());
     brush.painter.setPen(brush.text());
     brush.draw(brush.row().adjusted(Inset + MarkSide + theme::Step + 2, 0, -Inset, 0),
                Qt::AlignLeft, ShownCaption(brush.item.caption), Qt::ElideRight);

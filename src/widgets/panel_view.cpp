@@ -116,7 +116,10 @@ void PanelView::activate(const QString& key) {
     }
 }
 
-void PanelView::beginEdit(const QModelIndex& index) {
+void PanelView::beginEdit(const QPersistentModelIndex& index) {
+    CommitOpenEditor(); // whoever hears of it may refill the panel
+    if (!index.isValid() || !(m_model->flags(index) & Qt::ItemIsEditable))
+        return;
     setCurrentIndex(index);
     edit(index);
     QWidget* editor = indexWidget(index);
@@ -133,6 +136,7 @@ void PanelView::beginEdit(const QModelIndex& index) {
 }
 
 void PanelView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    ForgetOpenEditor(editor);
     QListView::closeEditor(editor, QAbstractItemDelegate::NoHint);
     if (hint == QAbstractItemDelegate::EditNextItem)
         editNeighbour(1);

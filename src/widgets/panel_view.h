@@ -51,7 +51,7 @@ class PanelView : public QListView {
 
   private:
     void onContents();
-    void beginEdit(const QModelIndex& index);
+    void beginEdit(const QPersistentModelIndex& index);
     void openChoices(const QString& key);
     void updateChoices();
     bool takesKey(const QKeyEvent& event);

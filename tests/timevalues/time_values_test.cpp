@@ -49,7 +49,7 @@ TEST(ToMinutes, RaisesForWhatIsNeither) {
         {"1 Minute", errors::TypeMismatch},
         {"nine:thirty", errors::TypeMismatch},
         {"546 Hours 8 Minutes", errors::Overflow},
-        {"Minutes", errors::TypeMismatch},
+        {"x Minutes", errors::TypeMismatch},
     };
     for (const auto& row : rows)
         EXPECT_EQ(raised([&] { ToMinutes(QString::fromLatin1(row.text)); }), row.number) << row.text;

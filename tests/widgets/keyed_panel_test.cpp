@@ -48,7 +48,10 @@ class KeyedPanelTest : public testing::Test {
     }
     ChoicePopup* popup() { return panel.findChild<ChoicePopup*>(); }
     bool isOpen() { return popup() != nullptr && popup()->isVisible(); }
-    QLineEdit* editor(const QString& key) { return panel.viewport()->findChild<QLineEdit*>(key); }
+    QLineEdit* editor(const QString& key) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return panel.viewport()->findChild<QLineEdit*>(key);
+    }
 
     KeyedItems items{Rows()};
     KeyedPanel panel{&items, "Current Project"};
@@ -150,6 +153,7 @@ TEST_F(KeyedPanelTest, EditsInPlace) {
     EXPECT_EQ(editor("NOTES")->selectedText(), "short");
     QTest::keyClicks(editor("NOTES"), "a & b");
     QTest::keyClick(editor("NOTES"), Qt::Key_Return);
+    QCoreApplication::processEvents(); // the editor sees the key first
     ASSERT_EQ(edited.size(), 1);
     EXPECT_EQ(edited[0], QVariantList({"NOTES", "a & b"}));
 
@@ -168,7 +172,6 @@ TEST_F(KeyedPanelTest, EditsInPlace) {
 
     panel.activate("NOTES");
     QTest::keyClick(editor("NOTES"), Qt::Key_Tab);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_NE(editor("RATE"), nullptr) << "Tab goes on to the next field";
     EXPECT_EQ(edited.size(), 2) << "what wasn't changed isn't reported";
 }

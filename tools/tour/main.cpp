@@ -18,6 +18,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QMenu>
 #include <QPushButton>
 #include <QStyleFactory>
@@ -174,12 +175,15 @@ class Tour {
         m_album.withBox(QStringLiteral("exit-question"), QStringLiteral("Cancel"), [] {
             TrayMenuClick(QStringLiteral("mnuSysTrayExit"));
         });
-        m_album.withBox(QStringLiteral("second-instance"), QStringLiteral("OK"), [this] {
-            const auto other = std::make_unique<Program>(
-                PortChoices{.clock = &m_clock, .timers = &m_timers});
-            other->start({});
-        });
         m_program.reset();
+        {
+            QLockFile other(InAppPath(QStringLiteral("kelvrane.lock")));
+            other.tryLock(0);
+            begin();
+            m_album.withBox(QStringLiteral("second-instance"), QStringLiteral("OK"),
+                            [this] { m_program->start({}); });
+            m_program.reset();
+        }
         QFile::remove(InAppPath(QString::fromLatin1(files::DayHistory)));
         begin();
         m_album.withBox(QStringLiteral("missing-history"), QStringLiteral("OK"),
