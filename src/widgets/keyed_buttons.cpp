@@ -126,7 +126,7 @@ KeyedButtons::KeyedButtons(KeyedItems* items, const QString& heading, QWidget* p
     layout->addStretch(1);
     m_grid->setContentsMargins(4, 0, 4, theme::Step);
     m_grid->setHorizontalSpacing(0);
-    m_grid->setVerticalSpacing(3);
+    m_grid->setVerticalSpacing(2);
     m_grid->setColumnMinimumWidth(0, LeadWidth);
     m_grid->setColumnMinimumWidth(LastColumn + 1, LeadWidth);
     m_grid->setColumnStretch(LastColumn, 1);
@@ -233,6 +233,7 @@ QWidget* KeyedButtons::createControl(const KeyedItem& item) {
         auto* button = new FlatButton(this);
         button->setContentAlignment(Qt::AlignLeft);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        button->setFixedHeight(qMax(theme::RowHeight + 2, button->fontMetrics().height() + 8));
         const bool browses = item.kind == ItemKind::Browse;
         connect(button, &QToolButton::clicked, this, [this, key, browses] {
             CommitOpenEditor();
