@@ -40,6 +40,8 @@ namespace kelvrane {
 
 namespace {
 
+constexpr int leastListHeight = 3 * theme::RowHeight; // its heading and a row
+
 template <typename Widget>
 Widget* Named(Widget* widget, const char* name) {
     widget->setObjectName(QString::fromLatin1(name));
@@ -165,6 +167,7 @@ void frmSTM::createMenu() {
 void frmSTM::arrange() {
     ControlLayout& layout = Control().layout;
     m_list = new QWidget(this);
+    m_list->setMinimumHeight(leastListHeight);
     auto* list = new QVBoxLayout(m_list);
     list->setContentsMargins(0, 0, 0, 0);
     list->addWidget(smuiQuickView);
@@ -242,7 +245,7 @@ void frmSTM::bind() {
 /// The current project keeps its five rows in sight as long as the list has some room too.
 int frmSTM::placeListBar(int space) const {
     const int rows = smuiProjectStatus->sizeHint().height();
-    const int least = std::min(rows, space - m_list->minimumSizeHint().height());
+    const int least = std::min(rows, space - m_list->minimumHeight());
     return std::max(FirstOfTwo(Control().layout.Splitter1Percent, space), least);
 }
 
@@ -272,7 +275,13 @@ bool frmSTM::hasOwnSize() const {
 
 void frmSTM::takeWantedSize() {
     const QScopedValueRollback guard(m_guarded, true);
-    layout()->activate(); // what was just hidden no longer counts in the least height
+    // What was just hidden must no longer count in the least height. Before the first show
+    // splitters pass such a change on only when told.
+    for (QWidget* bar : {Splitter1, Splitter2, splitter}) {
+        bar->updateGeometry();
+        if (QLayout* around = bar->parentWidget()->layout())
+            around->activate();
+    }
     const ControlLayout& kept = Control().layout;
     const QSize wanted(theme::FromTwips(kept.Width), theme::FromTwips(kept.Height));
     resize(screen() ? wanted.boundedTo(screen()->availableSize()) : wanted);
