@@ -26,8 +26,7 @@ bool LaterUpdates::check(bool showMessages, bool /*force*/, const QString& /*fil
     return true;
 }
 
-Program::Program(const PortChoices& choices)
-    : m_tray(&Menus().mnuSysTray, &Menus().mnuRProjects) {
+Program::Program(const PortChoices& choices) : m_tray(&Menus().mnuSysTray, &Menus().mnuRProjects) {
     const auto choose = [](auto* chosen, auto* real) { return chosen ? chosen : real; };
     ports = {.clock = choose(choices.clock, static_cast<Clock*>(&m_clock)),
              .files = &m_files,
@@ -71,9 +70,10 @@ StartResult Program::start(const QString& commandText) {
         std::make_unique<SettingsStore>(m_files, InAppPath(QString::fromLatin1(files::Settings)));
     ports.settings = m_settings.get();
     if (m_settings->wasDamaged())
-        MsgBox(QStringLiteral("The settings could not be read. Kelvrane starts with its defaults; a "
-                              "copy of the damaged file is kept beside it."),
-               {}, BoxIcon::Exclamation);
+        MsgBox(
+            QStringLiteral("The settings could not be read. Kelvrane starts with its defaults; a "
+                           "copy of the damaged file is kept beside it."),
+            {}, BoxIcon::Exclamation);
     if (!previousInstance)
         RunInstallStep();
     const StartResult result = Main(commandText, previousInstance);

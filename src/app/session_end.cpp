@@ -6,10 +6,9 @@
 #include <QSocketNotifier>
 
 #include <csignal>
-#include <utility>
-
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 
 namespace kelvrane {
 
@@ -27,7 +26,8 @@ void onSignal(int) {
 
 SessionEnd::SessionEnd(QGuiApplication* application, std::function<void()> save)
     : m_save(std::move(save)) {
-    // A file that outgrows the process's limit is an error of the write, not the end of the process.
+    // A file that outgrows the process's limit is an error of the write, not the end of the
+    // process.
     std::signal(SIGXFSZ, SIG_IGN);
     connect(application, &QGuiApplication::commitDataRequest, this, [this] { m_save(); });
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, wakeUp) != 0)

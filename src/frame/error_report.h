@@ -14,7 +14,8 @@ void ReportError(const RuntimeError& error, const QString& routine);
 
 /// Skips errors step by step and reports each under the routine's name.
 inline SkipErrors ReportingSteps(const QString& routine) {
-    return SkipErrors(routine, [routine](const RuntimeError& error) { ReportError(error, routine); });
+    return SkipErrors(routine,
+                      [routine](const RuntimeError& error) { ReportError(error, routine); });
 }
 
 /// What a handler called by Qt is wrapped in: whatever is raised ends in the error report. An
@@ -26,9 +27,10 @@ void Guarded(const QString& routine, Handler&& handler) {
     } catch (const RuntimeError& error) {
         ReportError(error, routine);
     } catch (const std::exception& error) {
-        ReportError(RuntimeError(51, QStringLiteral("Kelvrane"),
-                                 QStringLiteral("Internal error: ") + QString::fromUtf8(error.what())),
-                    routine);
+        ReportError(
+            RuntimeError(51, QStringLiteral("Kelvrane"),
+                         QStringLiteral("Internal error: ") + QString::fromUtf8(error.what())),
+            routine);
     }
 }
 

@@ -26,30 +26,30 @@ struct DayEntry {
 
 struct Globals {
     // Settings in use, read by Main and kept current by the options screen.
-    Int16 ShowNumProjects;         // length limit of the recent list
-    Int16 EndOfDayTimeInterval;    // minutes between end-of-day prompts; 0: no prompt
-    QString StartWorkTime;         // "8:00 AM"
-    QString StopWorkTime;          // "5:00 PM"; also written by the end-of-day prompt
-    QString EndDayReminder;        // "On" or "Off"
-    QString AutoStartDay;          // "On" or "Off"
-    QString ProjectDatabase;       // full path
-    QString AutoSave;              // "On" or "Off"
-    QString AutoDayReminder;       // "On" or "Off"
-    Int16 AutoDayReminderValue;    // minutes between reminders; 0: none
+    Int16 ShowNumProjects;            // length limit of the recent list
+    Int16 EndOfDayTimeInterval;       // minutes between end-of-day prompts; 0: no prompt
+    QString StartWorkTime;            // "8:00 AM"
+    QString StopWorkTime;             // "5:00 PM"; also written by the end-of-day prompt
+    QString EndDayReminder;           // "On" or "Off"
+    QString AutoStartDay;             // "On" or "Off"
+    QString ProjectDatabase;          // full path
+    QString AutoSave;                 // "On" or "Off"
+    QString AutoDayReminder;          // "On" or "Off"
+    Int16 AutoDayReminderValue;       // minutes between reminders; 0: none
     QString AutoDayReminderSoundFile; // path; filled by the options screen only
-    QString StartOfWeek;           // weekday as text, Sunday is 1
-    QString TimeIncrements;        // "None", "15 Minutes", "30 Minutes", "1 Hour"
+    QString StartOfWeek;              // weekday as text, Sunday is 1
+    QString TimeIncrements;           // "None", "15 Minutes", "30 Minutes", "1 Hour"
 
     // The day. Written by day_file, working_day and the minute tick.
-    QList<DayEntry> DayEntries;    // in start order, 0-based
-    Int16 CurrentEntryIndex = -1;  // index into DayEntries; -1: none
+    QList<DayEntry> DayEntries;       // in start order, 0-based
+    Int16 CurrentEntryIndex = -1;     // index into DayEntries; -1: none
     bool ControlScreenLoaded = false; // the day was loaded; status text may be shown
-    bool DayStopped = false;       // the tick leaves the day alone
-    qint32 OnBreak = 0;            // 1 while on break
-    Int16 CounterMinutes;          // minutes of TMR at the last tick
-    Int16 BreakMinutes;            // break minutes of the running entry
-    Int16 NumProjects;             // distinct projects; written by UpdateDailyChart
-    Int16 TotalBreakMinutes;       // day totals; written by UpdateDayStatistics
+    bool DayStopped = false;          // the tick leaves the day alone
+    qint32 OnBreak = 0;               // 1 while on break
+    Int16 CounterMinutes;             // minutes of TMR at the last tick
+    Int16 BreakMinutes;               // break minutes of the running entry
+    Int16 NumProjects;                // distinct projects; written by UpdateDailyChart
+    Int16 TotalBreakMinutes;          // day totals; written by UpdateDayStatistics
     Int16 TotalWorkMinutes;
     Int16 TotalOverallMinutes;
 
@@ -58,19 +58,19 @@ struct Globals {
     bool NoRecentProjects = false; // no recent project is stored
     Int16 LastFileStatus;          // result of the last settings write or day-file check
 
-    cTimer* TMR = nullptr;         // the one counter; created and owned by the tray's hidden form
-    QDateTime LastTick;            // when the last minute tick was handled; invalid before the first
-    bool DebugMode = false;        // start-up is traced
+    cTimer* TMR = nullptr;  // the one counter; created and owned by the tray's hidden form
+    QDateTime LastTick;     // when the last minute tick was handled; invalid before the first
+    bool DebugMode = false; // start-up is traced
     bool DatabaseSelected = false;        // the database dialog accepted a path
     bool DatabaseSelectCancelled = false; // it was closed without one
     bool SpreadsheetOpen = false;
-    bool DayCalendarOpen = false;  // a selection in the Database Manager goes to the calendar
-    bool ModifyOpen = false;       // a selection there goes to the modify screen
-    QString SelectedEntryKey;      // row last chosen in the break-down list
-    DayEntry EditedEntry;          // working copy of the modify screen
-    bool GraphShowing = false;     // views of the control screen
+    bool DayCalendarOpen = false; // a selection in the Database Manager goes to the calendar
+    bool ModifyOpen = false;      // a selection there goes to the modify screen
+    QString SelectedEntryKey;     // row last chosen in the break-down list
+    DayEntry EditedEntry;         // working copy of the modify screen
+    bool GraphShowing = false;    // views of the control screen
     bool WeekViewShowing = false;
-    Int16 ChartIndex;              // daily chart's type, index into the chart type table
+    Int16 ChartIndex; // daily chart's type, index into the chart type table
 };
 
 inline Globals globals;

@@ -51,7 +51,8 @@ QList<KeyedItem> trayItems() {
 QList<KeyedItem> recentItems() {
     QList<KeyedItem> items;
     for (int place = 1; place <= tray_items::RecentCount; ++place)
-        items.append({.key = tray_items::RecentKey(place), .caption = {}, .kind = ItemKind::Button});
+        items.append(
+            {.key = tray_items::RecentKey(place), .caption = {}, .kind = ItemKind::Button});
     return items;
 }
 

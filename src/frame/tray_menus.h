@@ -8,8 +8,8 @@ namespace kelvrane {
 
 struct TrayMenus {
     TrayMenus();
-    KeyedItems mnuSysTray;    ///< the context menu; submenus by parent
-    KeyedItems mnuRProjects;  ///< MnuRecProj1 to MnuRecProj10
+    KeyedItems mnuSysTray;   ///< the context menu; submenus by parent
+    KeyedItems mnuRProjects; ///< MnuRecProj1 to MnuRecProj10
 
     /// As after construction.
     void reset();

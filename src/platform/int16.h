@@ -22,7 +22,8 @@ class Int16 {
 
   private:
     static constexpr qint16 checked(qint64 value) {
-        if (value < std::numeric_limits<qint16>::min() || value > std::numeric_limits<qint16>::max())
+        if (value < std::numeric_limits<qint16>::min() ||
+            value > std::numeric_limits<qint16>::max())
             Raise(errors::Overflow);
         return static_cast<qint16>(value);
     }

@@ -146,8 +146,8 @@ inline Ports ports;
 /// Asks through the dialog port. An empty title becomes "Kelvrane".
 inline BoxAnswer MsgBox(const QString& text, const QString& title = {},
                         BoxIcon icon = BoxIcon::None, BoxButtons buttons = BoxButtons::Ok) {
-    return ports.dialogs->ask({text, title.isEmpty() ? QStringLiteral("Kelvrane") : title, icon,
-                               buttons});
+    return ports.dialogs->ask(
+        {text, title.isEmpty() ? QStringLiteral("Kelvrane") : title, icon, buttons});
 }
 
 } // namespace kelvrane

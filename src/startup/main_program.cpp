@@ -97,9 +97,10 @@ bool verifyProjectDatabase() {
 bool DatabaseDialogLoop() {
     DatabaseSelected = false;
     DatabaseSelectCancelled = false;
-    MsgBox(QStringLiteral("The Kelvrane database '") + ProjectDatabase +
-               QStringLiteral("' does not exist.  Please select a valid Kelvrane database location."),
-           QStringLiteral("Database Error"), BoxIcon::Stop);
+    MsgBox(
+        QStringLiteral("The Kelvrane database '") + ProjectDatabase +
+            QStringLiteral("' does not exist.  Please select a valid Kelvrane database location."),
+        QStringLiteral("Database Error"), BoxIcon::Stop);
     while (!DatabaseSelected) {
         const std::optional<QString> chosen =
             ports.dialogs->openFile({.title = QStringLiteral("Database Location:"),

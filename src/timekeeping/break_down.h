@@ -1,5 +1,5 @@
-// The rows of the break-down list: six an entry, their keys made of the kind and the entry's 0-based
-// index.
+// The rows of the break-down list: six an entry, their keys made of the kind and the entry's
+// 0-based index.
 #pragma once
 
 #include "frame/globals.h"

@@ -19,9 +19,9 @@ struct ControlLayout {
     double Splitter2Percent = 50; ///< left column, chart
     double Width = 9795;
     double Height = 5895;
-    double SplitterTop = 5335;   ///< top of the bar over the week view
-    double WeekViewSize = 3000;  ///< height kept for the week view
-    bool WeekViewGrown = false;  ///< the window was made taller for the week view
+    double SplitterTop = 5335;  ///< top of the bar over the week view
+    double WeekViewSize = 3000; ///< height kept for the week view
+    bool WeekViewGrown = false; ///< the window was made taller for the week view
 };
 
 class ControlModel : public QObject {
@@ -49,7 +49,7 @@ class ControlModel : public QObject {
 
   signals:
     void DailyChartChanged();
-    void LayoutChanged();           ///< visibility, sizes: lay out again
+    void LayoutChanged();            ///< visibility, sizes: lay out again
     void HeightWanted(double twips); ///< the window should become this tall
 
   private:

@@ -94,8 +94,8 @@ struct Launcher {
     Screen screen;
 };
 constexpr Launcher launchers[] = {
-    {"GRAPHSCREEN", Screen::frmChart},  {"SPREADSHEETSCREEN", Screen::frmSpreadsheet},
-    {"DATABASE", Screen::frmDataBase},  {"OPTIONS", Screen::frmOptions},
+    {"GRAPHSCREEN", Screen::frmChart}, {"SPREADSHEETSCREEN", Screen::frmSpreadsheet},
+    {"DATABASE", Screen::frmDataBase}, {"OPTIONS", Screen::frmOptions},
     {"DAYINFO", Screen::frmDayInfo},
 };
 
@@ -133,7 +133,8 @@ void tellDamagedDay(const RuntimeError& error) {
     ports.tray->notify(
         QStringLiteral("Part of today's file could not be read"),
         error.description +
-            QStringLiteral(". What could be read is loaded; the file as it was is kept beside it."));
+            QStringLiteral(
+                ". What could be read is loaded; the file as it was is kept beside it."));
 }
 
 void loadDay() {
@@ -332,7 +333,8 @@ void BreakDownSelect(const QString& key) {
     menu.setCaption(modifyItem, QStringLiteral("Modify ") + project);
     const bool offered = deleteIndex() != 0;
     if (offered)
-        menu.setCaption(deleteItem, QStringLiteral(" ** Delete ") + project + QStringLiteral(" **"));
+        menu.setCaption(deleteItem,
+                        QStringLiteral(" ** Delete ") + project + QStringLiteral(" **"));
     menu.setVisible(deleteItem, offered);
     menu.setVisible(separatorItem, offered);
 }
@@ -394,11 +396,10 @@ void WireControlScreen() {
         QObject::connect(panel, &KeyedItems::Clicked, &control, [](const QString& key) {
             Guarded(QStringLiteral("smuiPanel_Click"), [&] { PanelClick(key); });
         });
-    QObject::connect(&control.smuiBreakDown, &KeyedItems::Selected, &control,
-                     [](const QString& key) {
-                         Guarded(QStringLiteral("smuiBreakDown_Click"),
-                                 [&] { BreakDownSelect(key); });
-                     });
+    QObject::connect(
+        &control.smuiBreakDown, &KeyedItems::Selected, &control, [](const QString& key) {
+            Guarded(QStringLiteral("smuiBreakDown_Click"), [&] { BreakDownSelect(key); });
+        });
     QObject::connect(&control.mnuSetData, &KeyedItems::Clicked, &control, [](const QString& key) {
         Guarded(QStringLiteral("mnuSetData_Click"), [&] { SetDataClick(key); });
     });

@@ -26,8 +26,8 @@ void TimeCtrlClick(const QString& key); ///< tool bar
 void PanelClick(const QString& key);    ///< view switches and launchers
 void BreakDownSelect(const QString& key);
 void SetDataClick(const QString& key); ///< the pop-up menu's items
-void NextGraphType();     ///< Picture1, index 1
-void PreviousGraphType(); ///< Picture1, index 0
+void NextGraphType();                  ///< Picture1, index 1
+void PreviousGraphType();              ///< Picture1, index 0
 
 /// The four view switches; layOut says whether the screen lays itself out afterwards.
 void ShowBreakDown(bool showing, bool layOut);

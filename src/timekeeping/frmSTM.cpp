@@ -40,6 +40,8 @@ namespace kelvrane {
 
 namespace {
 
+constexpr int leastColumnWidth = 236; // captions and a span text beside them
+constexpr int leastChartWidth = 180;
 constexpr int leastListHeight = 3 * theme::RowHeight; // its heading and a row
 
 template <typename Widget>
@@ -81,6 +83,7 @@ frmSTM::frmSTM(QWidget* parent) : QWidget(parent) {
     takeWantedSize();
     showChart();
     showSummary();
+    QTimer::singleShot(0, smuiBreakDown, &KeyedPanel::showEnd);
     smuiProjectStatus->setFocus();
     m_guarded = false;
 }
@@ -165,7 +168,6 @@ void frmSTM::createMenu() {
 }
 
 void frmSTM::arrange() {
-    ControlLayout& layout = Control().layout;
     m_list = new QWidget(this);
     m_list->setMinimumHeight(leastListHeight);
     auto* list = new QVBoxLayout(m_list);
@@ -178,11 +180,9 @@ void frmSTM::arrange() {
               "Splitter1");
     Splitter1->addWidget(smuiProjectStatus);
     Splitter1->addWidget(m_list);
-    Splitter2 = Named(new BarSplitter(Qt::Horizontal,
-                                      [&layout](int space) {
-                                          return FirstOfTwo(layout.Splitter2Percent, space);
-                                      }),
-                      "Splitter2");
+    Splitter2 =
+        Named(new BarSplitter(Qt::Horizontal, [this](int space) { return placeChartBar(space); }),
+              "Splitter2");
     Splitter2->addWidget(Splitter1);
     Splitter2->addWidget(createChartArea());
 
@@ -217,6 +217,8 @@ void frmSTM::bind() {
     connect(&control, &ControlModel::LayoutChanged, this, &frmSTM::layOut);
     connect(&control, &ControlModel::DailyChartChanged, this, &frmSTM::showChart);
 
+    connect(&control.smuiBreakDown, &QAbstractItemModel::rowsInserted, smuiBreakDown,
+            &KeyedPanel::showEnd, Qt::QueuedConnection); // the running entry is the last one
     // A command changes many fields; the summary is read once, when it is through.
     const auto summaryDue = [this] {
         if (std::exchange(m_summaryDue, true))
@@ -247,6 +249,12 @@ int frmSTM::placeListBar(int space) const {
     const int rows = smuiProjectStatus->sizeHint().height();
     const int least = std::min(rows, space - m_list->minimumHeight());
     return std::max(FirstOfTwo(Control().layout.Splitter1Percent, space), least);
+}
+
+/// The left column stays readable as long as the chart has some room too.
+int frmSTM::placeChartBar(int space) const {
+    const int least = std::min(leastColumnWidth, space - leastChartWidth);
+    return std::max(FirstOfTwo(Control().layout.Splitter2Percent, space), least);
 }
 
 int frmSTM::placeWeekViewBar(int /*space*/) const {

@@ -42,6 +42,7 @@ class frmSTM : public QWidget {
     void showSummary();
     void takeWantedSize();
     int placeListBar(int space) const;
+    int placeChartBar(int space) const;
     int placeWeekViewBar(int space) const;
     bool hasOwnSize() const;
 

@@ -9,13 +9,26 @@ namespace kelvrane {
 namespace {
 // frmAbout stands twice; the order is part of the contract.
 constexpr Screen unloadOrder[] = {
-    Screen::frmAbout,        Screen::frmBrowseForCust, Screen::frmChart,
-    Screen::frmCollectionLoc, Screen::frmCollectionViewer, Screen::frmDataBase,
-    Screen::frmDayInfo,      Screen::frmFileExists,    Screen::frmGraphControl,
-    Screen::frmModify,       Screen::frmOptions,       Screen::frmProgress,
-    Screen::frmSelFilename,  Screen::frmSelNewTime,    Screen::frmSpreadsheet,
-    Screen::frmSSHelper,     Screen::frmSTM,           Screen::frmTip,
-    Screen::frmAbout,        Screen::frmDebugWindow,
+    Screen::frmAbout,
+    Screen::frmBrowseForCust,
+    Screen::frmChart,
+    Screen::frmCollectionLoc,
+    Screen::frmCollectionViewer,
+    Screen::frmDataBase,
+    Screen::frmDayInfo,
+    Screen::frmFileExists,
+    Screen::frmGraphControl,
+    Screen::frmModify,
+    Screen::frmOptions,
+    Screen::frmProgress,
+    Screen::frmSelFilename,
+    Screen::frmSelNewTime,
+    Screen::frmSpreadsheet,
+    Screen::frmSSHelper,
+    Screen::frmSTM,
+    Screen::frmTip,
+    Screen::frmAbout,
+    Screen::frmDebugWindow,
 };
 } // namespace
 

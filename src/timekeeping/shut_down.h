@@ -6,8 +6,8 @@ namespace kelvrane {
 /// Unloads every screen but frmInfo and frmExit, in a fixed order; the tick and the tray live on.
 void UnloadAllForms();
 
-/// Saves the day file, unloads all screens, removes the tray icon and ends the event loop. A running
-/// entry stays running in the file and goes on counting at the next start.
+/// Saves the day file, unloads all screens, removes the tray icon and ends the event loop. A
+/// running entry stays running in the file and goes on counting at the next start.
 void ShutDownProgram();
 
 } // namespace kelvrane

@@ -155,8 +155,9 @@ QVariant WeekView::headerData(int section, Qt::Orientation orientation, int role
     if (role == Qt::DisplayRole) {
         if (section == 0)
             return QStringLiteral("Projects");
-        return day ? m_dayNames[section - 1]
-                   : section == columnsInAll - 1 ? QStringLiteral("Total") : QString();
+        return day                           ? m_dayNames[section - 1]
+               : section == columnsInAll - 1 ? QStringLiteral("Total")
+                                             : QString();
     }
     if (role == DayOfMonthRole)
         return day ? m_daysOfMonth[section - 1] : 0;

@@ -57,7 +57,8 @@ QString entryLine(const DayEntry& entry) {
 
 /// Line breaks would end an entry early; inside a field they become blanks.
 QString oneLine(QString line) {
-    return line.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return line.replace(QLatin1Char('\r'), QLatin1Char(' '))
+        .replace(QLatin1Char('\n'), QLatin1Char(' '));
 }
 
 DayEntry entryOf(const QString& line) {
@@ -71,8 +72,7 @@ DayEntry entryOf(const QString& line) {
 bool recompute(DayEntry& entry) {
     const bool running = entry.StopTime.isEmpty();
     const QString stop = running ? SystemTimeText(ports.clock->time()) : entry.StopTime;
-    const QString total =
-        MinutesToText(Int16(ToMinutes(stop) - ToMinutes(entry.StartTime)));
+    const QString total = MinutesToText(Int16(ToMinutes(stop) - ToMinutes(entry.StartTime)));
     ToMinutes(entry.BreakTime); // unused, but a break that can't be read ends the load
     if (total == entry.TotalTime)
         return false;
@@ -120,8 +120,9 @@ void SaveDayFile() {
 
 void WriteDayFileHeader(const QString& path) {
     const QDateTime now = ports.clock->now();
-    const QString header = QStringLiteral("Time: ") + ClockText(now.time()) + QLatin1String(lineEnd) +
-                           QStringLiteral("Date: ") + DateText(now.date()) + QLatin1String(lineEnd) +
+    const QString header = QStringLiteral("Time: ") + ClockText(now.time()) +
+                           QLatin1String(lineEnd) + QStringLiteral("Date: ") +
+                           DateText(now.date()) + QLatin1String(lineEnd) +
                            QStringLiteral("Day Info:") + QLatin1String(lineEnd);
     ports.files->create(path, ToFileBytes(header));
 }

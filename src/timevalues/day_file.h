@@ -14,10 +14,10 @@ namespace kelvrane {
 /// error but for the status text and a notice in the tray; the old file is then as it was.
 void SaveDayFile();
 
-/// Reads today's file into the entries and sets CurrentEntryIndex to the number read, or empties the
-/// entries and sets -1. The mode has no effect. Total times that don't agree with their start and
-/// stop are recomputed and the file rewritten. Raises Subscript for a line of fewer than six fields,
-/// TypeMismatch for a time that can't be read.
+/// Reads today's file into the entries and sets CurrentEntryIndex to the number read, or empties
+/// the entries and sets -1. The mode has no effect. Total times that don't agree with their start
+/// and stop are recomputed and the file rewritten. Raises Subscript for a line of fewer than six
+/// fields, TypeMismatch for a time that can't be read.
 void LoadDayFile(const QString& mode, QList<DayEntry>& entries);
 
 /// 0 when today's file is there; 105 when not, and a file of another date is then removed. One copy

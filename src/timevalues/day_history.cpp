@@ -36,8 +36,8 @@ QList<DayProjectSummary> rollUp() {
     QList<DayProjectSummary> summaries{summaryOf(At(DayEntries, 0))};
     for (qsizetype i = 1; i < DayEntries.size(); ++i) {
         const DayEntry& entry = DayEntries[i];
-        const auto found = std::ranges::find(summaries, entry.ProjectName,
-                                             &DayProjectSummary::ProjectName);
+        const auto found =
+            std::ranges::find(summaries, entry.ProjectName, &DayProjectSummary::ProjectName);
         if (found == summaries.end())
             summaries.append(summaryOf(entry));
         else
@@ -118,8 +118,8 @@ QString PeriodQuery(QDate From, QDate To) {
 
 QString ProjectPeriodQuery(const QString& Name, QDate From, QDate To) {
     return QStringLiteral("SELECT * FROM DayInfo WHERE ( ProjectName = '") + Name +
-           QStringLiteral("' ) AND ( Date BETWEEN ") + dateLiteral(From) +
-           QStringLiteral(" and ") + dateLiteral(To) + QLatin1Char(')');
+           QStringLiteral("' ) AND ( Date BETWEEN ") + dateLiteral(From) + QStringLiteral(" and ") +
+           dateLiteral(To) + QLatin1Char(')');
 }
 
 } // namespace kelvrane

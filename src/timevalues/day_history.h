@@ -30,7 +30,8 @@ void WriteDayInfoRows(const QList<DayProjectSummary>& summaries);
 /// Deletes today's row of the project; errors end in the error report.
 void DeleteSpecificProjectFromDB(const QString& Name);
 
-/// Moves to the first row with that date or key, searching from the first row; returns the position.
+/// Moves to the first row with that date or key, searching from the first row; returns the
+/// position.
 int FindRecordByDate(Recordset& rows, QDate Date);
 int FindRecordByID(Recordset& rows, qint32 ID);
 

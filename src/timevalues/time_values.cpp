@@ -31,9 +31,10 @@ double spanMinutes(QString text) {
 
 double clockMinutes(const QString& text) {
     const QString lower = text.toLower();
-    const bool suffixed = lower.contains(QLatin1String("am")) || lower.contains(QLatin1String("pm"));
-    const QStringList parts =
-        (suffixed ? text.chopped(std::min<qsizetype>(3, text.size())) : text).split(QLatin1Char(':'));
+    const bool suffixed =
+        lower.contains(QLatin1String("am")) || lower.contains(QLatin1String("pm"));
+    const QStringList parts = (suffixed ? text.chopped(std::min<qsizetype>(3, text.size())) : text)
+                                  .split(QLatin1Char(':'));
     if (text.isEmpty())
         Raise(errors::Subscript);
     double hours = ToDouble(parts[0]);
@@ -88,7 +89,9 @@ QString StripAtNull(const QString& Text) {
 }
 
 QString PathOfFile(const QString& Path) {
-    const auto isSeparator = [](QChar c) { return c == QLatin1Char('\\') || c == QLatin1Char('/'); };
+    const auto isSeparator = [](QChar c) {
+        return c == QLatin1Char('\\') || c == QLatin1Char('/');
+    };
     const auto last = std::find_if(Path.rbegin(), Path.rend(), isSeparator);
     if (last == Path.rend())
         return {};
@@ -106,7 +109,8 @@ QString ReformatChartValueText(const QString& Text) {
     static constexpr int percentTypes[] = {2, 6, 9, 13};
     static constexpr int firstPie = 14;
     static constexpr int lastPie = 18;
-    if (Text.isEmpty() || std::ranges::find(percentTypes, int(ChartIndex)) != std::end(percentTypes))
+    if (Text.isEmpty() ||
+        std::ranges::find(percentTypes, int(ChartIndex)) != std::end(percentTypes))
         return {};
     const QString word = QStringLiteral("Value:");
     const qsizetype place = Text.lastIndexOf(word);
@@ -138,12 +142,12 @@ QString StepDate(QDate Date, Int16 Direction) {
 double RoundToIncrement(float Minutes, const QString& Increment) {
     struct Row {
         const char* increment;
-        double below;      ///< fraction of an hour, exclusive
-        const char* tail;  ///< behind the whole hours; null: the next hour
+        double below;     ///< fraction of an hour, exclusive
+        const char* tail; ///< behind the whole hours; null: the next hour
     };
     static constexpr double rest = 2; // above any fraction
     static constexpr Row rows[] = {
-        {"15 Minutes", 0.125, ""},    {"15 Minutes", 0.375, ".25"}, {"15 Minutes", 0.625, ".50"},
+        {"15 Minutes", 0.125, ""},    {"15 Minutes", 0.375, ".25"},  {"15 Minutes", 0.625, ".50"},
         {"15 Minutes", 0.865, ".75"}, {"15 Minutes", rest, nullptr}, {"30 Minutes", 0.25, ""},
         {"30 Minutes", 0.75, ".50"},  {"30 Minutes", rest, nullptr}, {"1 Hour", 0.5, ""},
         {"1 Hour", rest, nullptr},

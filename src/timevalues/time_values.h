@@ -1,5 +1,5 @@
-// Times as text. A clock text is "9:05 AM", a span text "1 Hours 5 Minutes"; both are stored as they
-// stand. Arithmetic is done on 16-bit minutes, and overflow is an error, not a wrap.
+// Times as text. A clock text is "9:05 AM", a span text "1 Hours 5 Minutes"; both are stored as
+// they stand. Arithmetic is done on 16-bit minutes, and overflow is an error, not a wrap.
 #pragma once
 
 #include "platform/int16.h"
@@ -22,8 +22,8 @@ QString MinutesToText(Int16 Minutes);
 /// Hours and the rest below the hour, of the text or, when it is empty, of the minutes.
 std::array<Int16, 2> ToHoursAndMinutes(const QString& Text, Int16 Minutes);
 
-/// True when a typed time is BAD: it must be "h:mm am" or "h:mm pm" with minutes of two digits up to
-/// 59; the hour's range isn't tested.
+/// True when a typed time is BAD: it must be "h:mm am" or "h:mm pm" with minutes of two digits up
+/// to 59; the hour's range isn't tested.
 bool IsValidClockText(const QString& Text);
 
 /// The text up to its first NUL.

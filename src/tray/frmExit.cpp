@@ -1,6 +1,7 @@
 #include "tray/frmExit.h"
 
 #include "widgets/captions.h"
+#include "widgets/item_mark.h"
 #include "widgets/theme.h"
 
 #include <QCheckBox>
@@ -78,7 +79,7 @@ QComboBox* frmExit::addTimeList(const QString& key) {
 }
 
 QCheckBox* frmExit::addCheck(const QString& key) {
-    auto* check = new QCheckBox(this);
+    auto* check = new ItemMark<QCheckBox, MarkShape::Box>(this);
     check->setObjectName(key);
     connect(check, &QCheckBox::clicked, this, [this, key] { m_prompt.controls.toggle(key); });
     return check;

@@ -1,5 +1,5 @@
-// The hidden form that lives for the whole process: it carries the tray's menus, the 10-second timer
-// and the counter TMR, and hears the minute tick.
+// The hidden form that lives for the whole process: it carries the tray's menus, the 10-second
+// timer and the counter TMR, and hears the minute tick.
 #pragma once
 
 #include <QObject>

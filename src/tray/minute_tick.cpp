@@ -18,15 +18,19 @@ namespace kelvrane {
 
 namespace {
 
-constexpr int lastMinute = 1439;  // 11:59 PM
-constexpr int changeMinute = 1;   // 12:01 AM
+constexpr int lastMinute = 1439; // 11:59 PM
+constexpr int changeMinute = 1;  // 12:01 AM
 constexpr qint64 sleepSeconds = 600;
 
 /// The running entry as the first one of the new date.
 void carryOverMidnight() {
     const DayEntry running = At(DayEntries, CurrentEntryIndex);
-    DayEntries = {{running.ProjectName, running.ProjectNumber, QStringLiteral("12:00 AM"), {},
-                   MinutesToText(0), MinutesToText(1)}};
+    DayEntries = {{running.ProjectName,
+                   running.ProjectNumber,
+                   QStringLiteral("12:00 AM"),
+                   {},
+                   MinutesToText(0),
+                   MinutesToText(1)}};
     CurrentEntryIndex = 0;
 }
 

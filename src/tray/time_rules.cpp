@@ -17,7 +17,8 @@ bool isOn(const QString& option) {
 
 void EndOfDayRule(Int16 Now) {
     const Int16 diff = Now - ToMinutes(StopWorkTime);
-    if (diff >= 0 && CurrentEntryIndex > -1 && Modulo(diff, EndOfDayTimeInterval) == 0 && !DayStopped)
+    if (diff >= 0 && CurrentEntryIndex > -1 && Modulo(diff, EndOfDayTimeInterval) == 0 &&
+        !DayStopped)
         ports.screens->show(Screen::frmExit);
 }
 
@@ -39,7 +40,8 @@ void IntraDayReminderRule(Int16 Now) {
     if (!isOn(AutoDayReminder) || DayStopped || Modulo(Now, AutoDayReminderValue) != 0)
         return;
     ports.screens->show(Screen::frmSTM);
-    ports.tray->notify(QStringLiteral("Kelvrane"), QStringLiteral("Is the current project still right?"));
+    ports.tray->notify(QStringLiteral("Kelvrane"),
+                       QStringLiteral("Is the current project still right?"));
     if (!AutoDayReminderSoundFile.isEmpty() && ports.files->exists(AutoDayReminderSoundFile))
         ports.sound->play(AutoDayReminderSoundFile);
 }

@@ -7,8 +7,8 @@
 
 namespace kelvrane {
 
-/// Shows the end-of-day prompt at StopWorkTime and every EndOfDayTimeInterval minutes after it, while
-/// a day with entries isn't stopped. EndDayReminder isn't asked; that is wanted.
+/// Shows the end-of-day prompt at StopWorkTime and every EndOfDayTimeInterval minutes after it,
+/// while a day with entries isn't stopped. EndDayReminder isn't asked; that is wanted.
 void EndOfDayRule(Int16 Now);
 /// Shows the control screen at StartWorkTime from Monday to Friday when AutoStartDay is "On".
 void AutoStartRule(Int16 Now);

@@ -8,13 +8,12 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
-#include <QTimer>
 
 namespace kelvrane {
 
 ControlStatusBar::ControlStatusBar(QWidget* parent)
     : QWidget(parent), m_heading(new QLabel(this)), m_date(new QLabel(this)),
-      m_time(new QLabel(this)), m_minute(new QTimer(this)) {
+      m_time(new QLabel(this)), m_minute(ports.timers->create(this)) {
     setAccessibleName(QStringLiteral("Status"));
     m_heading->setObjectName(QStringLiteral("Panel1"));
     m_date->setObjectName(QStringLiteral("Panel2"));
@@ -31,9 +30,7 @@ ControlStatusBar::ControlStatusBar(QWidget* parent)
         label->setFont(theme::TabularFont(font()));
     // A long name must not widen the window.
     m_heading->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_minute->setSingleShot(true);
-    m_minute->setTimerType(Qt::PreciseTimer);
-    connect(m_minute, &QTimer::timeout, this, &ControlStatusBar::showNow);
+    connect(m_minute, &IntervalTimer::Timer, this, &ControlStatusBar::showNow);
     connect(&Status(), &StatusText::Changed, this, &ControlStatusBar::showHeading);
     showHeading();
 }
@@ -47,7 +44,8 @@ void ControlStatusBar::showNow() {
     const QDateTime now = ports.clock->now();
     m_date->setText(DateText(now.date()));
     m_time->setText(ClockText(now.time()));
-    m_minute->start(minute - now.time().msecsSinceStartOfDay() % minute);
+    m_minute->setInterval(minute - now.time().msecsSinceStartOfDay() % minute);
+    m_minute->setEnabled(true);
 }
 
 void ControlStatusBar::showEvent(QShowEvent* event) {
@@ -57,7 +55,7 @@ void ControlStatusBar::showEvent(QShowEvent* event) {
 
 void ControlStatusBar::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
-    m_minute->stop();
+    m_minute->setEnabled(false);
 }
 
 void ControlStatusBar::paintEvent(QPaintEvent* /*event*/) {

@@ -4,9 +4,10 @@
 #include <QWidget>
 
 class QLabel;
-class QTimer;
 
 namespace kelvrane {
+
+class IntervalTimer;
 
 class ControlStatusBar : public QWidget {
     Q_OBJECT
@@ -25,7 +26,7 @@ class ControlStatusBar : public QWidget {
     QLabel* m_heading;
     QLabel* m_date;
     QLabel* m_time;
-    QTimer* m_minute; ///< fires on the minute, and only while the bar shows
+    IntervalTimer* m_minute; ///< fires on the minute, and only while the bar shows
 };
 
 } // namespace kelvrane

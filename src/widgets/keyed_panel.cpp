@@ -44,6 +44,10 @@ void KeyedPanel::setPlaceholder(const QString& text) {
     m_view->setPlaceholder(text);
 }
 
+void KeyedPanel::showEnd() {
+    m_view->scrollToBottom();
+}
+
 QString KeyedPanel::heading() const {
     return m_heading->text();
 }

@@ -33,6 +33,9 @@ class KeyedPanel : public QWidget {
     /// Shown in the middle while there are no rows: what would be here, and how to get it.
     void setPlaceholder(const QString& text);
 
+    /// Scrolls to the last row.
+    void showEnd();
+
     QString heading() const;
     void setHeading(const QString& heading);
 

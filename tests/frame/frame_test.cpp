@@ -3,7 +3,6 @@
 #include "frame/help_topics.h"
 #include "frame/settings.h"
 #include "frame/trace.h"
-
 #include "support/fakes.h"
 
 #include <stdexcept>

@@ -1,12 +1,10 @@
-#include "startup/main_program.h"
-
 #include "frame/globals.h"
 #include "frame/settings.h"
 #include "platform/connection.h"
 #include "startup/command_line.h"
-#include "tray/hidden_form.h"
-
+#include "startup/main_program.h"
 #include "support/working_day_fixture.h"
+#include "tray/hidden_form.h"
 
 #include <QFile>
 
@@ -41,7 +39,8 @@ TEST_F(Start, ReadsTheSettingsAndShowsTheControlScreen) {
     EXPECT_TRUE(tray.iconShown);
     EXPECT_EQ(screens.shown, (QList<Screen>{Screen::frmSTM, Screen::frmTip}));
     EXPECT_EQ(updates.usageLogs, 1);
-    EXPECT_EQ(fileBytes("SSDBInfo.dat"), ("Current User;" + path("DayInfo.mdb") + ";\r\n").toUtf8());
+    EXPECT_EQ(fileBytes("SSDBInfo.dat"),
+              ("Current User;" + path("DayInfo.mdb") + ";\r\n").toUtf8());
     ASSERT_NE(TMR, nullptr);
 }
 
@@ -61,8 +60,10 @@ TEST_F(Start, DebugTracesEachStep) {
 
 TEST_F(Start, AMissingHistoryEndsTheStart) {
     QFile::remove(path("DayInfo.mdb"));
-    dialogs.expect("The Day Information database (DayInfo.mdb) is missing.\rThis file must be located "
-                   "in the '" + folder.path() + "' folder.\rPlease reinstall Kelvrane.");
+    dialogs.expect(
+        "The Day Information database (DayInfo.mdb) is missing.\rThis file must be located "
+        "in the '" +
+        folder.path() + "' folder.\rPlease reinstall Kelvrane.");
     EXPECT_EQ(Main({}, false), StartResult::Ended);
     EXPECT_FALSE(tray.iconShown);
     EXPECT_EQ(TMR, nullptr);
@@ -94,7 +95,8 @@ TEST_F(Start, CommandLinesAreRead) {
         {"", Command::None, ""},
         {"debug", Command::Debug, ""},
         {"Debug", Command::Unknown, ""},
-        {'"' + path("a b.col") + '"', Command::LoadViewer, QFileInfo(path("a b.col")).canonicalFilePath()},
+        {'"' + path("a b.col") + '"', Command::LoadViewer,
+         QFileInfo(path("a b.col")).canonicalFilePath()},
         {"/nowhere/x.COL", Command::LoadViewer, ""},
         {"ForceUpdate next.txt", Command::ForceUpdate, "next.txt"},
         {"ForceUpdate ", Command::ForceUpdate, ""},

@@ -33,7 +33,7 @@ BoxAnswer FakeDialogs::ask(const Box& box) {
         if (strict)
             ADD_FAILURE() << "unexpected box: " << box.title.toStdString() << ": "
                           << box.text.toStdString();
-        return box.buttons == BoxButtons::YesNo ? BoxAnswer::No
+        return box.buttons == BoxButtons::YesNo      ? BoxAnswer::No
                : box.buttons == BoxButtons::OkCancel ? BoxAnswer::Cancel
                                                      : BoxAnswer::Ok;
     }
@@ -71,7 +71,7 @@ void FakeScreens::unload(Screen screen) {
 }
 
 bool FakeUpdates::check(bool showMessages, bool force, const QString& fileName) {
-    checks.append(force ? QStringLiteral("force ") + fileName
+    checks.append(force          ? QStringLiteral("force ") + fileName
                   : showMessages ? QStringLiteral("messages")
                                  : QStringLiteral("quiet"));
     return true;

@@ -2,7 +2,8 @@
 // fired, dialogs with a queue of answers that fail on a box nobody expected.
 //
 //     class WorkingDayTest : public ProgramTest {};
-//     TEST_F(WorkingDayTest, ...) { clock.set("2026-03-02 09:00"); dialogs.expect("Delete", BoxAnswer::Ok); ... }
+//     TEST_F(WorkingDayTest, ...) { clock.set("2026-03-02 09:00"); dialogs.expect("Delete",
+//     BoxAnswer::Ok); ... }
 #pragma once
 
 #include "platform/ports.h"
@@ -39,9 +40,9 @@ class FakeDialogs final : public Dialogs {
     BoxAnswer ask(const Box& box) override;
     std::optional<QString> openFile(const FileQuestion& question) override;
 
-    QList<Box> shown;                  ///< every box, in order
-    QList<FileQuestion> fileQuestions; ///< every file dialog
-    bool strict = true;                ///< fail on a box that nobody expected
+    QList<Box> shown;                          ///< every box, in order
+    QList<FileQuestion> fileQuestions;         ///< every file dialog
+    bool strict = true;                        ///< fail on a box that nobody expected
     std::function<void(const Box&)> whileOpen; ///< runs while a box is open
     ~FakeDialogs() override;
 
@@ -66,7 +67,10 @@ class FakeScreens final : public Screens {
 
 class FakeProgress final : public Progress {
   public:
-    void show(const QString& caption) override { captions.append(caption); open = true; }
+    void show(const QString& caption) override {
+        captions.append(caption);
+        open = true;
+    }
     void setPercent(int percent) override { percents.append(percent); }
     void close() override { open = false; }
     QStringList captions;

@@ -60,10 +60,9 @@ QStringList WorkingDayTest::history() {
     Recordset rows(connection, QStringLiteral("DayInfo"));
     QStringList lines;
     for (; !rows.atEnd(); rows.moveNext())
-        lines.append(QStringList{rows.text(QStringLiteral("ProjectName")),
-                                 rows.text(QStringLiteral("Date")),
-                                 rows.text(QStringLiteral("TotalTime")),
-                                 rows.text(QStringLiteral("BreakTime"))}
+        lines.append(QStringList{
+            rows.text(QStringLiteral("ProjectName")), rows.text(QStringLiteral("Date")),
+            rows.text(QStringLiteral("TotalTime")), rows.text(QStringLiteral("BreakTime"))}
                          .join(QLatin1Char('|')));
     return lines;
 }

@@ -1,9 +1,8 @@
-// A program with both databases, a counter and the control screen's procedures in place: commands of
-// the working day run as they do for a user, on a clock that is set.
+// A program with both databases, a counter and the control screen's procedures in place: commands
+// of the working day run as they do for a user, on a clock that is set.
 #pragma once
 
 #include "support/fakes.h"
-
 #include "timevalues/counter.h"
 
 #include <memory>

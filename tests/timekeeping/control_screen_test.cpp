@@ -1,14 +1,12 @@
-#include "timekeeping/control_screen.h"
-
 #include "frame/globals.h"
 #include "frame/recent_projects.h"
 #include "frame/settings.h"
 #include "frame/status_text.h"
 #include "platform/recordset.h"
-#include "timekeeping/control_model.h"
-#include "timekeeping/working_day.h"
-
 #include "support/working_day_fixture.h"
+#include "timekeeping/control_model.h"
+#include "timekeeping/control_screen.h"
+#include "timekeeping/working_day.h"
 
 namespace kelvrane {
 namespace {
@@ -42,10 +40,12 @@ TEST_F(ControlScreen, FirstLoadHasTheDefaultsAndWritesAllTwelveValues) {
     EXPECT_EQ(Control().dailyChart().emptyText, "No Data");
     UnloadControlScreen();
     const QPair<const char*, const char*> values[] = {
-        {"bBreakDownShowing", "True"}, {"bQuickViewShowing", "False"}, {"bGraphShowing", "True"},
-        {"bWeekVeiwShowing", "False"}, {"bControlPanelShowing", "True"}, {"ChartType", "0"},
-        {"iLastSplitter1Pos", "50"},   {"iLastSplitter2Pos", "50"},    {"iLastMeWidth", "9795"},
-        {"iLastMeHeight", "5895"},     {"SplitterTop", "5335"},        {"fLastSizePercent", "3000"},
+        {"bBreakDownShowing", "True"},    {"bQuickViewShowing", "False"},
+        {"bGraphShowing", "True"},        {"bWeekVeiwShowing", "False"},
+        {"bControlPanelShowing", "True"}, {"ChartType", "0"},
+        {"iLastSplitter1Pos", "50"},      {"iLastSplitter2Pos", "50"},
+        {"iLastMeWidth", "9795"},         {"iLastMeHeight", "5895"},
+        {"SplitterTop", "5335"},          {"fLastSizePercent", "3000"},
     };
     for (const auto& [key, value] : values)
         EXPECT_EQ(stored(key), value) << key;
@@ -146,10 +146,10 @@ TEST_F(ControlScreen, DuringABreakTheLoadTurnsTheTraysItem) {
 }
 
 TEST_F(ControlScreen, WeekViewSumsByProjectAndDay) {
-    addHistory("beta", QDate(2026, 3, 2), 10, 0);   // 0.17 rounds to 0.25
+    addHistory("beta", QDate(2026, 3, 2), 10, 0);    // 0.17 rounds to 0.25
     addHistory("Alpha", QDate(2026, 3, 2), 100, 10); // 1.5
     addHistory("Alpha", QDate(2026, 3, 4), 60, 0);
-    addHistory("Gone", QDate(2026, 3, 8), 7, 0);    // below the increment
+    addHistory("Gone", QDate(2026, 3, 8), 7, 0); // below the increment
     addHistory("Before", QDate(2026, 3, 1), 60, 0);
     clock.set("2026-03-04 12:00");
     settings->setSection("SingleTimerView", "bWeekVeiwShowing", "True");
@@ -167,8 +167,9 @@ TEST_F(ControlScreen, WeekViewSumsByProjectAndDay) {
 }
 
 TEST_F(ControlScreen, DamagedDaysLoadAsFarAsTheyCanBeRead) {
-    writeFile("Fileinfo.dat", "Time: x\nDate: 3/2/2026\nDay Info:\n"
-                              "Alpha;1001;8:00 AM;8:30 AM;0 Minutes;30 Minutes\nBeta;1002;8:3\n\n\n");
+    writeFile("Fileinfo.dat",
+              "Time: x\nDate: 3/2/2026\nDay Info:\n"
+              "Alpha;1001;8:00 AM;8:30 AM;0 Minutes;30 Minutes\nBeta;1002;8:3\n\n\n");
     LoadControlScreen();
     EXPECT_EQ(DayEntries.size(), 1);
     EXPECT_EQ(tray.notices.size(), 1);

@@ -1,14 +1,12 @@
-#include "timekeeping/working_day.h"
-
 #include "frame/globals.h"
 #include "frame/status_text.h"
 #include "frame/tray_menus.h"
+#include "support/working_day_fixture.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/tray_state.h"
+#include "timekeeping/working_day.h"
 #include "tray/minute_tick.h"
-
-#include "support/working_day_fixture.h"
 
 #include <QFile>
 

@@ -1,6 +1,5 @@
-#include "timevalues/day_file.h"
-
 #include "support/fakes.h"
+#include "timevalues/day_file.h"
 
 #include <QFile>
 
@@ -15,7 +14,8 @@ class DayFileTest : public testing::ProgramTest {
     DayFileTest() { clock.set("2002-03-14 11:42"); }
     void load() { LoadDayFile("Single Timer Mode", DayEntries); }
     void writeDay(const QByteArray& lines, const QByteArray& date = "3/14/2002") {
-        writeFile("Fileinfo.dat", "Time: 9:00 AM\nDate: " + date + "\nDay Info:\n" + lines + "\n\n");
+        writeFile("Fileinfo.dat",
+                  "Time: 9:00 AM\nDate: " + date + "\nDay Info:\n" + lines + "\n\n");
     }
 };
 
@@ -91,13 +91,19 @@ TEST_F(DayFileTest, BrokenFilesNeverCrash) {
         {"header only", "Time: x\nDate: 3/14/2002\nDay Info:\n\n\n", 0, false},
         {"empty", "", 0, false},
         {"one line", "Date: 3/14/2002", 0, false},
-        {"cut off", "Time: x\nDate: 3/14/2002\nDay Info:\nAlpha;1;9:00 AM;10:00 AM;0 Minutes;1 Hours 0 Minutes\nBeta;2;10",
+        {"cut off",
+         "Time: x\nDate: 3/14/2002\nDay Info:\nAlpha;1;9:00 AM;10:00 AM;0 Minutes;1 Hours 0 "
+         "Minutes\nBeta;2;10",
          1, true},
-        {"bad time", "Time: x\nDate: 3/14/2002\nDay Info:\nA;1;25:99 XM;;0 Minutes;0 Minutes\n", 0, true},
+        {"bad time", "Time: x\nDate: 3/14/2002\nDay Info:\nA;1;25:99 XM;;0 Minutes;0 Minutes\n", 0,
+         true},
         {"binary", QByteArray("\x00\xff\xfe\x01\n\x80\x81 3/14/2002\n\x00\n\x00;\n", 24), 0, true},
-        {"DOS lines", "Time: x\r\nDate: 3/14/2002\r\nDay Info:\r\nA;1;9:00 AM;9:30 AM;0 Minutes;30 Minutes\r\n\r\n",
+        {"DOS lines",
+         "Time: x\r\nDate: 3/14/2002\r\nDay Info:\r\nA;1;9:00 AM;9:30 AM;0 Minutes;30 "
+         "Minutes\r\n\r\n",
          1, false},
-        {"huge", "Time: x\nDate: 3/14/2002\nDay Info:\n" + QByteArray(20'000'000, ';') + "\n", 0, true},
+        {"huge", "Time: x\nDate: 3/14/2002\nDay Info:\n" + QByteArray(20'000'000, ';') + "\n", 0,
+         true},
     };
     for (const auto& row : rows) {
         writeFile("Fileinfo.dat", row.bytes);

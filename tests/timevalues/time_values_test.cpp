@@ -1,10 +1,8 @@
-#include "timevalues/time_values.h"
-
 #include "frame/globals.h"
 #include "platform/texts.h"
-#include "timevalues/counter.h"
-
 #include "support/fakes.h"
+#include "timevalues/counter.h"
+#include "timevalues/time_values.h"
 
 #include <gtest/gtest.h>
 
@@ -27,13 +25,16 @@ TEST(ToMinutes, ReadsClockAndSpanTexts) {
         const char* text;
         int minutes;
     } rows[] = {
-        {"12:00 AM", 0},        {"12:30 PM", 750},          {"1:00 PM", 780},
-        {"11:59 PM", 1439},     {"12:00 PM", 720},          {"9:05:30 AM", 545},
-        {"13:05:30", 785},      {"9:0 AM", 540},            {"0 Minutes", 0},
-        {"1 Hours 5 Minutes", 65}, {"1 Hour", 60},          {"2 Hours", 120},
-        {"-5 Minutes", -5},     {"-1 Hours -5 Minutes", -65}, {"1.5 Hours", 90},
-        {"15 Minutes", 15},     {"1:00 pm", 60},            {"0:0.5", 0},
-        {"0:1.5", 2},           {"546 Hours 7 Minutes", 32767},
+        {"12:00 AM", 0},    {"12:30 PM", 750},
+        {"1:00 PM", 780},   {"11:59 PM", 1439},
+        {"12:00 PM", 720},  {"9:05:30 AM", 545},
+        {"13:05:30", 785},  {"9:0 AM", 540},
+        {"0 Minutes", 0},   {"1 Hours 5 Minutes", 65},
+        {"1 Hour", 60},     {"2 Hours", 120},
+        {"-5 Minutes", -5}, {"-1 Hours -5 Minutes", -65},
+        {"1.5 Hours", 90},  {"15 Minutes", 15},
+        {"1:00 pm", 60},    {"0:0.5", 0},
+        {"0:1.5", 2},       {"546 Hours 7 Minutes", 32767},
     };
     for (const auto& row : rows)
         EXPECT_EQ(ToMinutes(QString::fromLatin1(row.text)), row.minutes) << row.text;
@@ -52,7 +53,8 @@ TEST(ToMinutes, RaisesForWhatIsNeither) {
         {"x Minutes", errors::TypeMismatch},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(raised([&] { ToMinutes(QString::fromLatin1(row.text)); }), row.number) << row.text;
+        EXPECT_EQ(raised([&] { ToMinutes(QString::fromLatin1(row.text)); }), row.number)
+            << row.text;
 }
 
 TEST(MinutesToText, WritesWhatToMinutesReads) {
@@ -78,8 +80,12 @@ TEST(PathOfFile, CutsBehindTheLastSeparator) {
         const char* path;
         const char* folder;
     } rows[] = {
-        {"C:\\data\\a.htm", "C:\\data\\"}, {"C:\\a.htm", "C:\\"}, {"/home/x/a.htm", "/home/x/"},
-        {"/a.htm", "/"},                   {"a.htm", ""},         {"/a/b.htm", "/a/"},
+        {"C:\\data\\a.htm", "C:\\data\\"},
+        {"C:\\a.htm", "C:\\"},
+        {"/home/x/a.htm", "/home/x/"},
+        {"/a.htm", "/"},
+        {"a.htm", ""},
+        {"/a/b.htm", "/a/"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(PathOfFile(QString::fromLatin1(row.path)), row.folder) << row.path;
@@ -106,14 +112,15 @@ TEST(RoundToIncrement, KeepsItsBounds) {
         const char* increment;
         double hours;
     } rows[] = {
-        {15, "15 Minutes", 0.25}, {52, "15 Minutes", 1},   {50, "15 Minutes", 0.75},
-        {7.5F, "15 Minutes", 0.25}, {7, "15 Minutes", 0},  {10, "15 Minutes", 0.25},
-        {90, "1 Hour", 2},        {89, "1 Hour", 1},       {100, "30 Minutes", 1.5},
-        {107, "30 Minutes", 2},   {100, "None", 1.67},     {-30, "15 Minutes", 1},
-        {100, "10 Minutes", 0},   {1500, "15 Minutes", 25},
+        {15, "15 Minutes", 0.25},   {52, "15 Minutes", 1},    {50, "15 Minutes", 0.75},
+        {7.5F, "15 Minutes", 0.25}, {7, "15 Minutes", 0},     {10, "15 Minutes", 0.25},
+        {90, "1 Hour", 2},          {89, "1 Hour", 1},        {100, "30 Minutes", 1.5},
+        {107, "30 Minutes", 2},     {100, "None", 1.67},      {-30, "15 Minutes", 1},
+        {100, "10 Minutes", 0},     {1500, "15 Minutes", 25},
     };
     for (const auto& row : rows)
-        EXPECT_DOUBLE_EQ(RoundToIncrement(row.minutes, QString::fromLatin1(row.increment)), row.hours)
+        EXPECT_DOUBLE_EQ(RoundToIncrement(row.minutes, QString::fromLatin1(row.increment)),
+                         row.hours)
             << row.minutes << " at " << row.increment;
 }
 

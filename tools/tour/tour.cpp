@@ -53,7 +53,8 @@ IntervalTimer* TourTimers::create(QObject* parent) {
     auto* timer = new TourTimer;
     timer->setParent(parent);
     m_timers.append(timer);
-    QObject::connect(timer, &QObject::destroyed, [this](QObject* gone) { m_timers.removeAll(gone); });
+    QObject::connect(timer, &QObject::destroyed,
+                     [this](QObject* gone) { m_timers.removeAll(gone); });
     return timer;
 }
 
@@ -112,8 +113,7 @@ void Album::picture(const QString& name, QWidget* window) {
         std::fprintf(stderr, "tour: there is no window for %s\n", qPrintable(name));
         return;
     }
-    const QString numbered =
-        QStringLiteral("%1-").arg(++m_number, 2, 10, QLatin1Char('0')) + name;
+    const QString numbered = QStringLiteral("%1-").arg(++m_number, 2, 10, QLatin1Char('0')) + name;
     grab(numbered + QStringLiteral("-light"), window, m_light);
     grab(numbered + QStringLiteral("-dark"), window, m_dark);
     QApplication::setPalette(m_light);

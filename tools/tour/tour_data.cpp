@@ -16,9 +16,12 @@ struct Customer {
     double discount;
 };
 constexpr Customer customers[] = {
-    {"Harbour Light Books", "Ms.", "Nora", "Winslet", "14 Quay Street", "Port Amble", "ME", "04101", 5},
-    {"Okafor & Daughters", "Mr.", "Daniel", "Okafor", "2200 Mill Road", "Larkspur", "CO", "80118", 0},
-    {"Tern Valley Clinic", "Dr.", "Irene", "Castellan", "9 Orchard Lane", "Tern Valley", "WA", "98201", 10},
+    {"Harbour Light Books", "Ms.", "Nora", "Winslet", "14 Quay Street", "Port Amble", "ME", "04101",
+     5},
+    {"Okafor & Daughters", "Mr.", "Daniel", "Okafor", "2200 Mill Road", "Larkspur", "CO", "80118",
+     0},
+    {"Tern Valley Clinic", "Dr.", "Irene", "Castellan", "9 Orchard Lane", "Tern Valley", "WA",
+     "98201", 10},
 };
 
 struct Project {
@@ -26,7 +29,7 @@ struct Project {
     double rate;
     int customer; ///< 1-based; 0: none
     bool active;
-    int share;    ///< minutes of a usual day
+    int share; ///< minutes of a usual day
 };
 constexpr Project projects[] = {
     {"Online Catalogue", "HL-101", 75, 1, true, 135},

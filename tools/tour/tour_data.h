@@ -5,8 +5,8 @@
 
 namespace kelvrane::tour {
 
-/// Fills both databases in the program folder, which must be empty of rows. The history ends the day
-/// before today.
+/// Fills both databases in the program folder, which must be empty of rows. The history ends the
+/// day before today.
 void FillDatabases(QDate today);
 
 /// Makes the recent list: the newest first.
