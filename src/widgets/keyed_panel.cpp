@@ -79,7 +79,7 @@ QSize KeyedPanel::sizeHint() const {
 
 QSize KeyedPanel::minimumSizeHint() const {
     const int heading = m_heading->text().isEmpty() ? 0 : m_heading->sizeHint().height();
-    return {160, heading + 2 * theme::RowHeight + theme::Margin};
+    return {160, heading + theme::RowHeight + theme::Margin};
 }
 
 void KeyedPanel::paintEvent(QPaintEvent*) {

@@ -124,7 +124,7 @@ TEST_F(ExitPromptTest, TheCountdownGoesOnBehindTheEditor) {
 }
 
 TEST_F(ExitPromptTest, AnUnreadableStopTimeOpensAnEmptyEditor) {
-    for (const QString& text : {"", "PM", "noon today"}) {
+    for (const QString text : {"", "PM", "noon today"}) {
         StopWorkTime = text;
         prompt.emplace();
         prompt->controls.click("cmdUpdate");
