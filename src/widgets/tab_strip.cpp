@@ -118,8 +118,9 @@ void TabStrip::rebuild() {
     const auto& items = m_items->items();
     while (m_tabs->count() > items.size())
         m_tabs->removeTab(m_tabs->count() - 1);
+    // With its word at once: a hidden bar doesn't measure a text that is set later.
     while (m_tabs->count() < items.size())
-        m_tabs->addTab(QString());
+        m_tabs->addTab(ControlCaption(items[m_tabs->count()].caption));
     for (int tab = 0; tab < items.size(); ++tab) {
         m_tabs->setTabText(tab, ControlCaption(items[tab].caption));
         m_tabs->setTabData(tab, items[tab].key);
