@@ -50,7 +50,6 @@ class ControlModel : public QObject {
   signals:
     void DailyChartChanged();
     void LayoutChanged();            ///< visibility, sizes: lay out again
-    void HeightWanted(double twips); ///< the window should become this tall
 
   private:
     chartspace::Chart m_dailyChart;

@@ -54,6 +54,7 @@ PanelDelegate::PanelDelegate(PanelModel* model, QObject* parent)
 
 void PanelDelegate::measure(const QFont& font) {
     const QFontMetrics metrics(font);
+    m_captionFont = font;
     m_captionWidth = 0;
     m_gutter = 0;
     for (int row = 0; row < m_model->rowCount(); ++row) {
@@ -82,7 +83,12 @@ QFont PanelDelegate::valueFont(const KeyedItem& item, const QFont& font) const {
 
 QRect PanelDelegate::valueRect(const KeyedItem& item, const QRect& row) const {
     const int most = (row.width() - 2 * Inset) / 2;
-    const int left = row.left() + Inset + qMin(m_captionWidth, most) + theme::Step;
+    // Values on the right line up there and may reach up to their own caption.
+    const int caption =
+        valueAlignment & Qt::AlignRight
+            ? QFontMetrics(m_captionFont).horizontalAdvance(ShownCaption(item.caption))
+            : m_captionWidth;
+    const int left = row.left() + Inset + qMin(caption, most) + theme::Step;
     const int right = row.right() - Inset + FieldPad;
     if (!HasColumns(item.kind))
         return row.adjusted(WashInset, 0, -WashInset, 0);

@@ -54,6 +54,7 @@ class PanelDelegate : public QStyledItemDelegate {
     QFont valueFont(const KeyedItem& item, const QFont& font) const;
 
     PanelModel* m_model;
+    QFont m_captionFont;
     int m_captionWidth = 0;
     int m_gutter = 0; ///< room at the far end for arrows and buttons
 };
