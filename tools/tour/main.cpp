@@ -56,8 +56,8 @@ class Tour {
 
     void firstStart() {
         begin();
-        m_album.withBox(QStringLiteral("first-start"), QStringLiteral("No"),
-                        [this] { m_program->start({}); });
+        m_album.withBoxes({{QStringLiteral("first-start"), QStringLiteral("No")}},
+                          [this] { m_program->start({}); });
         picture(QStringLiteral("empty-day"), Screen::frmSTM);
         FillDatabases(m_clock.today());
         FillRecentProjects();
@@ -84,6 +84,7 @@ class Tour {
         databaseManager();
         views();
         charts();
+        reminder();
         endOfDay();
         midnight();
     }
@@ -142,11 +143,29 @@ class Tour {
         m_timers.pass(55);
         choose(1);
         m_timers.pass(35);
+        picture(QStringLiteral("full-day"), Screen::frmSTM);
         QWidget* chart = screen(Screen::frmSTM)->findChild<QWidget*>(QStringLiteral("ChartSpace1"));
         for (int type = 0; type < 19; ++type) {
             m_album.picture(QStringLiteral("chart-%1").arg(type, 2, 10, QLatin1Char('0')), chart);
             NextGraphType();
         }
+    }
+
+    void reminder() {
+        screen(Screen::frmSTM)->close();
+        AutoDayReminder = QStringLiteral("On");
+        AutoDayReminderValue = 30;
+        m_clock.set(QDateTime(m_clock.today(), QTime(14, 28, 0)));
+        m_timers.pass(3);
+        AutoDayReminder = QStringLiteral("Off");
+        if (ports.screens->isVisible(Screen::frmSTM))
+            picture(QStringLiteral("reminder"), Screen::frmSTM);
+        ports.progress->show(QStringLiteral("Saving Data ... "));
+        ports.progress->setPercent(70);
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->objectName() == QLatin1String("frmProgress"))
+                m_album.picture(QStringLiteral("progress"), window);
+        ports.progress->close();
     }
 
     void endOfDay() {
@@ -173,25 +192,45 @@ class Tour {
         copy(QStringLiteral("at-the-end"));
     }
 
+    void trace() {
+        begin();
+        m_program->start(QStringLiteral("debug"));
+        picture(QStringLiteral("start-trace"), Screen::frmDebugWindow);
+        m_program.reset();
+    }
+
+    void missingProjects() {
+        const QString projects = InAppPath(QString::fromLatin1(files::ProjectDatabase));
+        QFile::rename(projects, projects + QStringLiteral(".away"));
+        begin();
+        m_album.withBoxes({{QStringLiteral("missing-projects"), QStringLiteral("OK")},
+                           {QStringLiteral("choose-projects"), QStringLiteral("Cancel")}},
+                          [this] { m_program->start({}); });
+        m_program.reset();
+        QFile::rename(projects + QStringLiteral(".away"), projects);
+    }
+
     void troubles() {
-        m_album.withBox(QStringLiteral("exit-question"), QStringLiteral("Cancel"),
-                        [] { TrayMenuClick(QStringLiteral("mnuSysTrayExit")); });
+        m_album.withBoxes({{QStringLiteral("exit-question"), QStringLiteral("Cancel")}},
+                          [] { TrayMenuClick(QStringLiteral("mnuSysTrayExit")); });
         m_program.reset();
         {
             QLockFile other(InAppPath(QStringLiteral("kelvrane.lock")));
             other.tryLock(0);
             begin();
-            m_album.withBox(QStringLiteral("second-instance"), QStringLiteral("OK"),
-                            [this] { m_program->start({}); });
+            m_album.withBoxes({{QStringLiteral("second-instance"), QStringLiteral("OK")}},
+                              [this] { m_program->start({}); });
             m_program.reset();
         }
+        trace();
+        missingProjects();
         QFile::remove(InAppPath(QString::fromLatin1(files::DayHistory)));
         begin();
-        m_album.withBox(QStringLiteral("missing-history"), QStringLiteral("OK"),
-                        [this] { m_program->start({}); });
+        m_album.withBoxes({{QStringLiteral("missing-history"), QStringLiteral("OK")}},
+                          [this] { m_program->start({}); });
         m_program.reset();
         begin();
-        m_album.withBox(QStringLiteral("error-report"), QStringLiteral("OK"), [] {
+        m_album.withBoxes({{QStringLiteral("error-report"), QStringLiteral("OK")}}, [] {
             Control().lvwWeekView.setRows({});
             DayEntries = {{QStringLiteral("O'Neil"), QStringLiteral("1"), QStringLiteral("9:00 AM"),
                            QStringLiteral("9:30 AM"), QStringLiteral("0 Minutes"),

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
+#include <QPointer>
 #include <QTimer>
 
 #include <cstdio>
@@ -120,30 +121,36 @@ void Album::picture(const QString& name, QWidget* window) {
     settle();
 }
 
-void Album::answerNextBox(const QString& name, const QString& button) {
-    auto* poll = new QTimer(qApp);
-    QObject::connect(poll, &QTimer::timeout, [this, poll, name, button] {
-        QWidget* box = QApplication::activeModalWidget();
-        if (!box)
+void Album::answer(QWidget* box) {
+    const Answer answer = m_answers.takeFirst();
+    picture(answer.name, box);
+    for (QAbstractButton* button : box->findChildren<QAbstractButton*>())
+        if (bare(button->text()) == answer.button) {
+            button->click();
             return;
-        poll->stop();
-        poll->deleteLater();
-        picture(name, box);
-        for (QAbstractButton* candidate : box->findChildren<QAbstractButton*>())
-            if (bare(candidate->text()) == button) {
-                candidate->click();
-                return;
-            }
-        std::fprintf(stderr, "tour: %s has no button %s\n", qPrintable(name), qPrintable(button));
-        box->close();
-    });
-    poll->start(10);
+        }
+    std::fprintf(stderr, "tour: %s has no button %s\n", qPrintable(answer.name),
+                 qPrintable(answer.button));
+    box->close();
 }
 
-void Album::withBox(const QString& name, const QString& button, const std::function<void()>& call) {
-    answerNextBox(name, button);
+void Album::withBoxes(const QList<Answer>& answers, const std::function<void()>& call) {
+    m_answers = answers;
+    QTimer poll;
+    QPointer<QWidget> answered;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        QWidget* box = QApplication::activeModalWidget();
+        if (!box || box == answered || m_answers.isEmpty())
+            return;
+        answered = box;
+        answer(box);
+    });
+    poll.start(10);
     call();
     settle();
+    for (const Answer& unused : m_answers)
+        std::fprintf(stderr, "tour: the box %s never came\n", qPrintable(unused.name));
+    m_answers.clear();
 }
 
 } // namespace kelvrane::tour

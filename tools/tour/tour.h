@@ -42,19 +42,24 @@ class Album {
 
     /// Two numbered pictures, "07-running-light.png" and "07-running-dark.png".
     void picture(const QString& name, QWidget* window);
-    /// What the next box will get: a picture, then the button with this text.
-    void answerNextBox(const QString& name, const QString& button);
-    /// Runs the call, in which a box comes up and is answered.
-    void withBox(const QString& name, const QString& button, const std::function<void()>& call);
+    /// What a box gets: a picture of that name, then the button with this text.
+    struct Answer {
+        QString name;
+        QString button;
+    };
+    /// Runs the call, in which these boxes come up one after the other and are answered.
+    void withBoxes(const QList<Answer>& answers, const std::function<void()>& call);
 
     const QStringList& files() const { return m_files; }
 
   private:
     void grab(const QString& name, QWidget* window, const QPalette& palette);
+    void answer(QWidget* box);
 
     QString m_folder;
     QPalette m_light, m_dark;
     int m_number = 0;
+    QList<Answer> m_answers;
     QStringList m_files;
 };
 
