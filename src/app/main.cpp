@@ -3,6 +3,7 @@
 #include "app/start_trace.h"
 #include "frame/error_report.h"
 #include "startup/command_line.h"
+#include "widgets/theme.h"
 
 #include <QApplication>
 #include <QStringList>
@@ -45,6 +46,7 @@ int main(int argc, char** argv) {
         std::fputs(usage, stderr);
         return 2;
     }
+    QApplication::setWindowIcon(theme::AppIcon());
     StartTrace::installIfWanted(&application);
     Program program;
     SessionEnd sessionEnd(&application, [&program] { program.saveForLogOut(); });
