@@ -189,7 +189,8 @@ void LoadControlScreen() {
 }
 
 void EnsureControlScreenLoaded() {
-    if (!Control().loaded)
+    // The end-of-day prompt that ran out leaves the status off although the day may be in the model.
+    if (!Control().loaded || !ControlScreenLoaded)
         LoadControlScreen();
 }
 

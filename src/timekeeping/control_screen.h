@@ -9,7 +9,7 @@ namespace kelvrane {
 /// Reads the layout and the day into Control(); the routine of the screen's load. Step by step:
 /// what fails leaves the rest as far as it got.
 void LoadControlScreen();
-/// LoadControlScreen unless Control().loaded; before anything that adds to the day.
+/// LoadControlScreen unless the day is loaded and shown; before anything that adds to the day.
 void EnsureControlScreenLoaded();
 /// Writes the twelve layout values. For the hide by the close box.
 void SaveControlLayout();

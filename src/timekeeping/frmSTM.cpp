@@ -72,8 +72,7 @@ QString ValueTip(const QString& text) {
 frmSTM::frmSTM(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("frmSTM"));
     setWindowTitle(QStringLiteral("Kelvrane - Current Day Information"));
-    if (!Control().loaded)
-        LoadControlScreen();
+    EnsureControlScreenLoaded();
     AssumeWeekViewGrown(Control().layout, WeekViewShowing);
     createPanels();
     createMenu();

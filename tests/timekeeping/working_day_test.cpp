@@ -205,5 +205,17 @@ TEST_F(Day, QuitKeepsTheProcessAndTheNextStartFromTheTrayLosesNothing) {
     EXPECT_EQ(Control().smuiBreakDown.count(), 12);
 }
 
+TEST_F(Day, AfterAPromptThatRanOutTheNextEntryCounts) {
+    start("Alpha");
+    passMinutes(10);
+    StopCurrentEntry(); // as the prompt does, while no screen is loaded
+    ControlScreenLoaded = false;
+    DayStopped = true;
+    start("Beta");
+    passMinutes(7);
+    EXPECT_EQ(row("TOTAL TIME1"), "7 Minutes");
+    EXPECT_EQ(DayEntries.value(1).TotalTime, "7 Minutes");
+}
+
 } // namespace
 } // namespace kelvrane
