@@ -34,12 +34,19 @@ void carryOverMidnight() {
     CurrentEntryIndex = 0;
 }
 
-/// Yesterday's totals as the last tick left them, then the change that was slept through.
-void catchUp(const QDateTime& lastTick) {
+/// Before the control screen's first load there is no day to change.
+bool dayIsKnown() {
+    return ControlScreenLoaded || Control().loaded || DayStopped;
+}
+
+/// Yesterday's totals as the last tick left them, then the change that was slept through, unless
+/// the minute itself brings it.
+void catchUp(const QDateTime& lastTick, Int16 now) {
     SkipErrors step(QStringLiteral("TMR_Minute"));
     if (!DayStopped)
         step([&] { RollUpDay(lastTick.date()); });
-    step([] { ChangeOfDay(); });
+    if (now != changeMinute)
+        step([] { ChangeOfDay(); });
 }
 
 void clockRules(Int16 now) {
@@ -60,7 +67,7 @@ void TMR_Minute() {
     static bool handling = false;
     const QDateTime thisTick = ports.clock->now();
     const QDateTime lastTick = LastTick;
-    const bool slept = Control().loaded && SleptOverMidnight(lastTick, thisTick);
+    const bool slept = dayIsKnown() && SleptOverMidnight(lastTick, thisTick);
     if (!slept)
         RefreshRunningEntry();
     RefreshTrayState();
@@ -69,9 +76,9 @@ void TMR_Minute() {
     const QScopedValueRollback<bool> guard(handling, true);
     LastTick = thisTick;
     const Int16 now = ToMinutes(SystemTimeText(thisTick.time()));
-    if (slept && now != changeMinute)
-        catchUp(lastTick);
-    if (ControlScreenLoaded || Control().loaded || DayStopped)
+    if (slept)
+        catchUp(lastTick, now);
+    if (dayIsKnown())
         clockRules(now);
     RefreshTrayState();
 }

@@ -138,6 +138,28 @@ TEST_F(Tick, AMachineThatSleptOverMidnightBillsNothingOfYesterdayToToday) {
     EXPECT_FALSE(SleptOverMidnight(clock.now(), clock.now().addSecs(3600)));
 }
 
+TEST_F(Tick, WakingAtTheChangeMinuteStillOwesYesterdayItsTotals) {
+    clock.set("2026-03-02 23:40");
+    start("Alpha");
+    passMinutes(4); // the last quarter's roll-up is still to come
+    clock.set("2026-03-03 00:00");
+    passMinutes(1);
+    EXPECT_EQ(history().first(), "Alpha|3/2/2026|4|0");
+    ASSERT_EQ(DayEntries.size(), 1);
+    EXPECT_EQ(DayEntries[0].StartTime, "12:00 AM");
+    EXPECT_EQ(updates.checks.size(), 1); // one change of day, not two
+}
+
+TEST_F(Tick, ADayWhoseScreenIsUnloadedIsChangedAfterASleepToo) {
+    clock.set("2026-03-02 17:40");
+    start("Alpha");
+    passMinutes(12);
+    UnloadControlScreen();
+    clock.set("2026-03-03 08:14");
+    passMinutes(1); // a quarter hour: nothing of yesterday may go to today
+    EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|12|0", "Alpha|3/3/2026|495|0"}));
+}
+
 TEST_F(Tick, BehindAnOpenBoxTheCounterGoesOn) {
     AutoSave = "On";
     start("Alpha");
