@@ -91,13 +91,13 @@ void FillWeekView() {
         }
         QList<WeekView::Row> rows;
         SkipErrors each(QStringLiteral("FillWeekView"));
-        // A name that breaks its query ends the list there, as far as it got.
-        const bool whole = each([&] {
+        // Every name is listed; one that breaks its query ends the filling of cells there.
+        each([&] {
             for (const QString& name : names)
                 rows.append(readRow(connection, name, start));
         });
-        if (!whole)
-            rows.append({.name = names[rows.size()]});
+        for (const QString& name : names.mid(rows.size()))
+            rows.append({.name = name});
         view.setRows(rows);
     });
 }

@@ -166,6 +166,19 @@ TEST_F(ControlScreen, WeekViewSumsByProjectAndDay) {
     EXPECT_EQ(week.rows()[2].cells, (QStringList{"", "", "", "", "", "", "< 0.25", "< 0.25"}));
 }
 
+TEST_F(ControlScreen, ANameThatBreaksItsQueryLeavesTheNamesBehindItWithoutHours) {
+    for (const char* name : {"Alpha", "Bob", "Zeta"})
+        addHistory(name, QDate(2026, 3, 2), 60, 0);
+    Connection(path("DayInfo.mdb"))
+        .execute("UPDATE DayInfo SET ProjectName = 'B''s' WHERE ProjectName = 'Bob'");
+    LoadControlScreen();
+    const QList<WeekView::Row>& rows = Control().lvwWeekView.rows();
+    ASSERT_EQ(rows.size(), 3);
+    EXPECT_EQ(rows[0].cells.last(), "1");
+    EXPECT_EQ(rows[1].name + rows[2].name, "B'sZeta");
+    EXPECT_EQ(rows[1].cells.join({}) + rows[2].cells.join({}), "");
+}
+
 TEST_F(ControlScreen, DamagedDaysLoadAsFarAsTheyCanBeRead) {
     writeFile("Fileinfo.dat",
               "Time: x\nDate: 3/2/2026\nDay Info:\n"
