@@ -14,48 +14,41 @@
 #include "timekeeping/shut_down.h"
 #include "tray/hidden_form.h"
 
+#include <variant>
+
 namespace kelvrane {
 
 namespace {
 
 // Every setting that the start reads, in its order.
-struct TextSetting {
+struct Setting {
+    const QString& key;
     const char* name;
-    QString* value;
-    const QString* key;
+    std::variant<Int16*, QString*> target;
 };
-struct NumberSetting {
-    const char* name;
-    Int16* value;
-};
-
-void readNumber(SkipErrors& step, const NumberSetting& setting) {
-    step([&] {
-        *setting.value = ToInt16(RegQueryValue(keys::Main, QString::fromLatin1(setting.name)));
-    });
-}
 
 void readSettings(SkipErrors& step) {
-    const NumberSetting numbers[] = {
-        {"ShowNumProjects", &ShowNumProjects},
-        {"EndOfDayTimeInterval", &EndOfDayTimeInterval},
-        {"AutoDayReminderValue", &AutoDayReminderValue},
+    const Setting settings[] = {
+        {keys::Main, "ShowNumProjects", &ShowNumProjects},
+        {keys::Main, "EndOfDayTimeInterval", &EndOfDayTimeInterval},
+        {keys::Main, "StopWorkTime", &StopWorkTime},
+        {keys::Main, "StartWorkTime", &StartWorkTime},
+        {keys::Main, "EndDayReminder", &EndDayReminder},
+        {keys::Main, "ProjectDatabase", &ProjectDatabase},
+        {keys::Main, "AutoStartDay", &AutoStartDay},
+        {keys::Main, "AutoSave", &AutoSave},
+        {keys::Main, "AutoDayReminder", &AutoDayReminder},
+        {keys::Main, "AutoDayReminderValue", &AutoDayReminderValue},
+        {keys::SpreadSheetInfo, "StartOfWeek", &StartOfWeek},
+        {keys::SpreadSheetInfo, "TimeIncrements", &TimeIncrements},
     };
-    const TextSetting texts[] = {
-        {"StopWorkTime", &StopWorkTime, &keys::Main},
-        {"StartWorkTime", &StartWorkTime, &keys::Main},
-        {"EndDayReminder", &EndDayReminder, &keys::Main},
-        {"ProjectDatabase", &ProjectDatabase, &keys::Main},
-        {"AutoStartDay", &AutoStartDay, &keys::Main},
-        {"AutoSave", &AutoSave, &keys::Main},
-        {"AutoDayReminder", &AutoDayReminder, &keys::Main},
-        {"StartOfWeek", &StartOfWeek, &keys::SpreadSheetInfo},
-        {"TimeIncrements", &TimeIncrements, &keys::SpreadSheetInfo},
-    };
-    for (const NumberSetting& setting : numbers)
-        readNumber(step, setting); // a missing number stays 0
-    for (const TextSetting& setting : texts)
-        *setting.value = RegQueryValue(*setting.key, QString::fromLatin1(setting.name));
+    for (const Setting& setting : settings) {
+        const QString text = RegQueryValue(setting.key, QString::fromLatin1(setting.name));
+        if (QString* const* target = std::get_if<QString*>(&setting.target))
+            **target = text;
+        else // a missing number stays 0
+            step([&] { *std::get<Int16*>(setting.target) = ToInt16(text); });
+    }
 }
 
 bool historyExists() {
@@ -95,12 +88,12 @@ bool verifyProjectDatabase() {
 } // namespace
 
 bool DatabaseDialogLoop() {
-    DatabaseSelected = false;
-    DatabaseSelectCancelled = false;
     MsgBox(
         QStringLiteral("The Kelvrane database '") + ProjectDatabase +
             QStringLiteral("' does not exist.  Please select a valid Kelvrane database location."),
         QStringLiteral("Database Error"), BoxIcon::Stop);
+    DatabaseSelected = false;
+    DatabaseSelectCancelled = false;
     while (!DatabaseSelected) {
         const std::optional<QString> chosen =
             ports.dialogs->openFile({.title = QStringLiteral("Database Location:"),
