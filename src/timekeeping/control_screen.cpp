@@ -29,6 +29,7 @@ namespace {
 
 constexpr int controlHelpTopic = 200;
 const QString section = QStringLiteral("SingleTimerView");
+const QString projectName = QStringLiteral("PROJECT_NAME");
 const QString more = QStringLiteral("More ... ");
 const QString deleteItem = QStringLiteral("mnuSetDataDeleteProject");
 const QString modifyItem = QStringLiteral("mnuSetDataModifyTime");
@@ -189,7 +190,8 @@ void LoadControlScreen() {
 }
 
 void EnsureControlScreenLoaded() {
-    // The end-of-day prompt that ran out leaves the status off although the day may be in the model.
+    // The end-of-day prompt that ran out leaves the status off although the day may be in the
+    // model.
     if (!Control().loaded || !ControlScreenLoaded)
         LoadControlScreen();
 }
@@ -213,16 +215,36 @@ void UnloadControlScreen() {
 
 void FillRecentProjectList(const QString& name, const QString& number) {
     KeyedItems& fields = Control().smuiProjectStatus;
-    const QString list = QStringLiteral("PROJECT_NAME");
     if (LoadRecentProjects(ShowNumProjects) != status::Done || RecentProjects.isEmpty()) {
-        fields.setChoices(list, {more});
+        fields.setChoices(projectName, {more});
         return;
     }
-    fields.setChoices(list, QStringList(RecentProjects) << more);
-    fields.setValue(list, name);
+    fields.setChoices(projectName, QStringList(RecentProjects) << more);
+    fields.setValue(projectName, name);
     fields.setValue(QStringLiteral("PROJECT_NUM"), number);
     StatusHeading = name;
     SetStatusText(StatusHeading);
+}
+
+void RestoreProjectName() {
+    Control().smuiProjectStatus.setValue(
+        projectName, EntryRunning() ? DayEntries[CurrentEntryIndex].ProjectName : QString());
+}
+
+void StartProjectByName(const QString& name) {
+    EnsureControlScreenLoaded();
+    const qsizetype entries = DayEntries.size();
+    Control().smuiProjectStatus.setValue(projectName, name);
+    try {
+        OpenProjectTable(QStringLiteral("ReadOnly"));
+        StartNewProject(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
+    } catch (...) {
+        CloseProjectTable();
+        if (DayEntries.size() == entries)
+            RestoreProjectName();
+        throw;
+    }
+    CloseProjectTable();
 }
 
 void ChooseProject(int place, const QString& value) {

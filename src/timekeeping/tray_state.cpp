@@ -2,10 +2,14 @@
 
 #include "frame/globals.h"
 #include "platform/skip_errors.h"
-#include "timekeeping/working_day.h"
 #include "timevalues/time_values.h"
 
 namespace kelvrane {
+
+bool EntryRunning() {
+    return CurrentEntryIndex >= 0 && CurrentEntryIndex < DayEntries.size() &&
+           DayEntries[CurrentEntryIndex].StopTime.isEmpty();
+}
 
 DayState CurrentDayState() {
     if (!EntryRunning())

@@ -1,4 +1,4 @@
-// What the tray icon says of the day.
+// The state of the day, and what the tray icon says of it.
 #pragma once
 
 #include "platform/ports.h"
@@ -7,6 +7,8 @@
 
 namespace kelvrane {
 
+/// Whether an entry is current and has no stop yet.
+bool EntryRunning();
 DayState CurrentDayState();
 /// "Alpha - 1 Hours 5 Minutes" and today's total on a second line; "No project running" otherwise.
 QString TrayToolTip();

@@ -11,7 +11,6 @@
 #include "records/record_tables.h"
 #include "timekeeping/break_down.h"
 #include "timekeeping/control_model.h"
-#include "timekeeping/control_screen.h"
 #include "timekeeping/daily_chart.h"
 #include "timekeeping/shut_down.h"
 #include "timekeeping/tray_state.h"
@@ -138,33 +137,6 @@ void FindProjectRecord(const QString& criterion) {
         records.setPosition(before);
     else
         records.moveFirst();
-}
-
-void StartProjectByName(const QString& name) {
-    EnsureControlScreenLoaded();
-    KeyedItems& fields = Control().smuiProjectStatus;
-    const qsizetype entries = DayEntries.size();
-    fields.setValue(projectName, name);
-    try {
-        OpenProjectTable(QStringLiteral("ReadOnly"));
-        StartNewProject(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
-    } catch (...) {
-        CloseProjectTable();
-        if (DayEntries.size() == entries)
-            RestoreProjectName();
-        throw;
-    }
-    CloseProjectTable();
-}
-
-void RestoreProjectName() {
-    Control().smuiProjectStatus.setValue(
-        projectName, EntryRunning() ? DayEntries[CurrentEntryIndex].ProjectName : QString());
-}
-
-bool EntryRunning() {
-    return CurrentEntryIndex >= 0 && CurrentEntryIndex < DayEntries.size() &&
-           DayEntries[CurrentEntryIndex].StopTime.isEmpty();
 }
 
 void StopCurrentEntry() {

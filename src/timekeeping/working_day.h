@@ -17,18 +17,10 @@ void StartNewProject(const QString& criterion);
 void AddDayEntry(const QString& ProjectName);
 /// Moves the project table to the first record that matches. Finding nothing puts it back.
 void FindProjectRecord(const QString& criterion);
-/// Starts a project by name: fills PROJECT_NAME, opens the table, StartNewProject, closes it. Loads
-/// the day first when it isn't.
-void StartProjectByName(const QString& name);
-
-/// Puts PROJECT_NAME back on the running project, or empties it.
-void RestoreProjectName();
 
 /// Stops the entry at CurrentEntryIndex, saves the file, rolls up and compacts the history. Every
 /// step is passed over when it fails.
 void StopCurrentEntry();
-/// Whether an entry is current and has no stop yet.
-bool EntryRunning();
 /// The control screen's STOP: StopCurrentEntry and DayStopped when an entry runs, else nothing.
 void StopDay();
 /// Stops a running entry, sets DayStopped and closes all screens; the process stays in the tray.

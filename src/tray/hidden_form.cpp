@@ -4,6 +4,7 @@
 #include "frame/globals.h"
 #include "frame/tray_menus.h"
 #include "platform/ports.h"
+#include "timekeeping/control_screen.h"
 #include "timekeeping/shut_down.h"
 #include "timekeeping/working_day.h"
 #include "timevalues/counter.h"
