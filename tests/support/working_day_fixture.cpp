@@ -5,7 +5,6 @@
 #include "startup/database_schema.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
-#include "timekeeping/working_day.h"
 
 namespace kelvrane::testing {
 
