@@ -6,9 +6,8 @@
 #include "platform/skip_errors.h"
 #include "startup/install_step.h"
 #include "timekeeping/control_screen.h"
-#include "timevalues/day_file.h"
-#include "timevalues/day_history.h"
 #include "tray/hidden_form.h"
+#include "tray/minute_tick.h"
 
 #include <QLockFile>
 
@@ -84,9 +83,7 @@ StartResult Program::start(const QString& commandText) {
 
 void Program::saveForLogOut() {
     SkipErrors step(QStringLiteral("LogOut"));
-    step([] { SaveDayFile(); });
-    if (!DayStopped)
-        step([] { AddDataToDayInfoDataBase(); });
+    step([] { SaveForLogOut(); });
     step([] { SaveControlLayout(); });
 }
 

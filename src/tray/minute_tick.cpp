@@ -101,6 +101,15 @@ void ChangeOfDay() {
     step([] { ports.screens->show(Screen::frmSTM); });
 }
 
+void SaveForLogOut() {
+    SkipErrors step(QStringLiteral("LogOut"));
+    const bool slept = SleptOverMidnight(LastTick, ports.clock->now());
+    if (!slept)
+        step([] { SaveDayFile(); });
+    if (!DayStopped)
+        step([&] { RollUpDay(slept ? LastTick.date() : ports.clock->today()); });
+}
+
 bool SleptOverMidnight(const QDateTime& lastTick, const QDateTime& thisTick) {
     return lastTick.isValid() && lastTick.secsTo(thisTick) > sleepSeconds &&
            lastTick.date() != thisTick.date();

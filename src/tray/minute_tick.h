@@ -14,6 +14,10 @@ void TMR_Minute();
 /// at "12:00 AM" of the new date.
 void ChangeOfDay();
 
+/// For the end of the session: saves the day and rolls it up, and stops nothing. After a sleep that
+/// no tick has settled yet the entries are the last day's: its rows get them, and the file is left.
+void SaveForLogOut();
+
 /// Whether a machine that slept missed the change of day between two ticks: a gap of more than ten
 /// minutes that crosses a date.
 bool SleptOverMidnight(const QDateTime& lastTick, const QDateTime& thisTick);

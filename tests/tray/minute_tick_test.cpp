@@ -160,6 +160,19 @@ TEST_F(Tick, ADayWhoseScreenIsUnloadedIsChangedAfterASleepToo) {
     EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|12|0", "Alpha|3/3/2026|495|0"}));
 }
 
+TEST_F(Tick, ALogOutRightAfterASleepSavesToTheLastDay) {
+    start("Alpha");
+    passMinutes(5);
+    SaveForLogOut();
+    EXPECT_EQ(history(), QStringList{"Alpha|3/2/2026|5|0"});
+    EXPECT_TRUE(fileBytes("Fileinfo.dat").contains(";5 Minutes\n"));
+    passMinutes(2);
+    clock.set("2026-03-03 08:10"); // no tick since
+    SaveForLogOut();
+    EXPECT_EQ(history(), QStringList{"Alpha|3/2/2026|7|0"});
+    EXPECT_TRUE(fileBytes("Fileinfo.dat").contains("Date: 3/2/2026"));
+}
+
 TEST_F(Tick, BehindAnOpenBoxTheCounterGoesOn) {
     AutoSave = "On";
     start("Alpha");
