@@ -7,7 +7,7 @@
 #include "quiet_ports.h"
 #include "report.h"
 #include "timekeeping/control_model.h"
-#include "timekeeping/week_view.h"
+#include "timekeeping/week_hours.h"
 #include "timekeeping/working_day.h"
 #include "timevalues/compaction.h"
 #include "timevalues/counter.h"

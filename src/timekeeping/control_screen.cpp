@@ -16,6 +16,7 @@
 #include "timekeeping/control_model.h"
 #include "timekeeping/daily_chart.h"
 #include "timekeeping/tray_state.h"
+#include "timekeeping/week_hours.h"
 #include "timekeeping/working_day.h"
 #include "timevalues/day_file.h"
 #include "timevalues/day_history.h"

@@ -1,4 +1,4 @@
-// The week view: worked hours by project and day of one week, from the history.
+// The week view as a table: worked hours by project and day of one week.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -40,13 +40,5 @@ class WeekView : public QAbstractTableModel {
     QList<int> m_daysOfMonth;
     QList<Row> m_rows;
 };
-
-/// Sets WeekStartDate to the last day that was the week's first by StartOfWeek, today included.
-void CalcLVWStartDate();
-/// CalcLVWStartDate, then the nine headers.
-void SetLVWColumnHeaders();
-/// Reads the week from the history. With an empty history the rows stay; a database error leaves
-/// what was read before.
-void FillWeekView();
 
 } // namespace kelvrane

@@ -14,6 +14,7 @@
 #include "timekeeping/daily_chart.h"
 #include "timekeeping/shut_down.h"
 #include "timekeeping/tray_state.h"
+#include "timekeeping/week_hours.h"
 #include "timevalues/compaction.h"
 #include "timevalues/counter.h"
 #include "timevalues/day_file.h"
