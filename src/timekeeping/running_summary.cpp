@@ -51,7 +51,7 @@ RunningSummary CurrentSummary() {
         summary.since = ValueOf(control.smuiProjectStatus, QStringLiteral("START TIME"));
     }
     summary.word = StateWord(summary.state);
-    summary.today = ShortSpanText(ValueOf(control.smuiQuickView, QStringLiteral("T_WORK_TIME")));
+    summary.today = ShortSpanText(WorkedToday());
     return summary;
 }
 

@@ -17,13 +17,17 @@ DayState CurrentDayState() {
     return OnBreak == 1 ? DayState::OnBreak : DayState::Running;
 }
 
-QString TrayToolTip() {
+QString WorkedToday() {
     int minutes = 0;
-    SkipErrors each(QStringLiteral("TrayToolTip"));
+    QString today;
+    SkipErrors each(QStringLiteral("WorkedToday"));
     for (const DayEntry& entry : DayEntries)
         each([&] { minutes += ToMinutes(entry.TotalTime) - ToMinutes(entry.BreakTime); });
-    QString today;
     each([&] { today = MinutesToText(minutes); });
+    return today;
+}
+
+QString TrayToolTip() {
     QString project = QStringLiteral("No project running");
     if (EntryRunning()) {
         const DayEntry& entry = DayEntries[CurrentEntryIndex];
@@ -31,7 +35,8 @@ QString TrayToolTip() {
         if (OnBreak == 1)
             project += QStringLiteral(" - On Break");
     }
-    return QStringLiteral("Kelvrane\n") + project + QStringLiteral("\nWorked today: ") + today;
+    return QStringLiteral("Kelvrane: ") + project + QStringLiteral(". Worked today: ") +
+           WorkedToday();
 }
 
 void RefreshTrayState() {

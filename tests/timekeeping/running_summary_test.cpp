@@ -16,13 +16,17 @@ class RunningSummaryTest : public ProgramTest {
                        .StopTime = {},
                        .BreakTime = "5 Minutes",
                        .TotalTime = "1 Hours 5 Minutes"}};
-        CurrentEntryIndex = 0;
+        DayEntries.prepend({.ProjectName = "Beta",
+                            .ProjectNumber = "B",
+                            .StartTime = "3:00 AM",
+                            .StopTime = "9:00 AM",
+                            .BreakTime = "0 Minutes",
+                            .TotalTime = "6 Hours 0 Minutes"});
+        CurrentEntryIndex = 1;
         KeyedItems& fields = Control().smuiProjectStatus;
         fields.setValue("PROJECT_NAME", "Alpha & Co");
         fields.setValue("START TIME", "9:05 AM");
         fields.setValue("TOTAL TIME", "1 Hours 5 Minutes");
-        Control().smuiQuickView.append(
-            {.key = "T_WORK_TIME", .caption = "Total Work Time:\t", .value = "7 Hours 0 Minutes"});
     }
 };
 } // namespace
@@ -35,7 +39,7 @@ TEST_F(RunningSummaryTest, FollowsTheDay) {
     expected.state = DayState::OnBreak;
     expected.word = "On Break";
     EXPECT_EQ(CurrentSummary(), expected);
-    DayEntries[0].StopTime = "10:10 AM"; // a stop leaves OnBreak as it was
+    DayEntries[1].StopTime = "10:10 AM"; // a stop leaves OnBreak as it was
     EXPECT_EQ(CurrentSummary(),
               (RunningSummary{DayState::Stopped, "Stopped", {}, {}, {}, "7 h 00 min"}));
 }
