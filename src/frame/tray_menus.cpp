@@ -10,9 +10,13 @@ struct Row {
     ItemKind kind;
     const char* parent = "";
     bool enabled = true;
+    bool visible = true;
 };
 
+// mnuFile and its item are never shown and have no action.
 constexpr Row trayRows[] = {
+    {"mnuFile", "File", ItemKind::SubMenu, "", true, false},
+    {"mnuFileExit", "Exit", ItemKind::Button, "mnuFile", true, false},
     {"mnuAboutKelvrane", "About Kelvrane", ItemKind::Button},
     {"mnuSystraySep1", "", ItemKind::Separator},
     {"mnuSystrayViewProjectInfo", "View Control Screen", ItemKind::Button},
@@ -44,6 +48,7 @@ QList<KeyedItem> trayItems() {
                       .caption = QString::fromLatin1(row.caption),
                       .kind = row.kind,
                       .enabled = row.enabled,
+                      .visible = row.visible,
                       .parent = QString::fromLatin1(row.parent)});
     return items;
 }

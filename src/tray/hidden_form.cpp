@@ -84,6 +84,8 @@ frmInfo::frmInfo(QObject* parent)
     TMR = m_counter;
     connect(m_counter, &cTimer::Minute, this,
             [] { Guarded(QStringLiteral("TMR_Minute"), [] { TMR_Minute(); }); });
+    connect(m_timer, &IntervalTimer::Timer, this,
+            [] { Guarded(QStringLiteral("TMR_Minute"), [] { NoticeSleep(); }); });
     connect(&Menus().mnuSysTray, &KeyedItems::Clicked, this, [](const QString& key) {
         Guarded(QStringLiteral("mnuSysTray_Click"), [&] { TrayMenuClick(key); });
     });

@@ -83,6 +83,11 @@ void TMR_Minute() {
     RefreshTrayState();
 }
 
+void NoticeSleep() {
+    if (dayIsKnown() && SleptOverMidnight(LastTick, ports.clock->now()))
+        TMR_Minute();
+}
+
 void ChangeOfDay() {
     SkipErrors step(QStringLiteral("TMR_Minute"));
     step([] { ports.updates->check(false, false, {}); });

@@ -10,6 +10,10 @@ namespace kelvrane {
 /// one of its rules opened, a further one only refreshes the running entry.
 void TMR_Minute();
 
+/// At each of the timer's ten-second ticks: a machine that woke on another date changes the day at
+/// once, before a command can book yesterday's entries on today.
+void NoticeSleep();
+
 /// What happens at 12:01 AM: a stopped day is dropped, a running entry goes on as one that started
 /// at "12:00 AM" of the new date.
 void ChangeOfDay();

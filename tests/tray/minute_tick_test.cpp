@@ -173,6 +173,17 @@ TEST_F(Tick, ALogOutRightAfterASleepSavesToTheLastDay) {
     EXPECT_TRUE(fileBytes("Fileinfo.dat").contains("Date: 3/2/2026"));
 }
 
+TEST_F(Tick, AWakeIsNoticedAtTheNextTickOfTheTimer) {
+    const frmInfo form;
+    clock.set("2026-03-02 17:40");
+    start("Alpha");
+    TMR_Minute();
+    clock.set("2026-03-03 08:10");
+    timers.created[0]->fire();
+    EXPECT_EQ(DayEntries.value(0).StartTime, "12:00 AM");
+    EXPECT_TRUE(fileBytes("Fileinfo.dat").contains("Date: 3/3/2026"));
+}
+
 TEST_F(Tick, BehindAnOpenBoxTheCounterGoesOn) {
     AutoSave = "On";
     start("Alpha");
