@@ -7,7 +7,7 @@
 namespace kelvrane {
 
 /// Handler of the counter's Minute. Lets no error out. While a tick is being handled, in a box that
-/// one of its rules opened, a further one only refreshes the running entry.
+/// one of its rules opened, a further one only refreshes the running entry and changes the day.
 void TMR_Minute();
 
 /// What happens at 12:01 AM: a stopped day is dropped, a running entry goes on as one that started
