@@ -346,22 +346,34 @@ TEST_F(OddMoments, PicksAndUnloadsWhileTheListFills) {
 }
 
 TEST_F(OddMoments, AChoiceWhileTheStopIsSavedKeepsTheDayOpen) {
-    run([this] {
-        beginWithProjects();
-        StartProjectByName("Alpha");
-        passMinutes(10);
-        const int before = boxes.seen;
-        QTimer::singleShot(0, program.get(), [] { StartProjectByName("Beta"); });
-        Control().smuiTimeCtrl.click("STOP"); // the progress lets events through
-        EXPECT_EQ(boxes.seen, before);        // nothing was locked
-        EXPECT_FALSE(DayStopped);
-        EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|10|0", "Beta|3/2/2026|0|0"}));
-        passMinutes(10);
-        EXPECT_EQ(DayEntries.value(1).TotalTime, "10 Minutes");
-        Control().smuiTimeCtrl.click("STOP");
-        EXPECT_TRUE(DayStopped);
-        EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|10|0", "Beta|3/2/2026|10|0"}));
-    });
+    constexpr int progressSteps = 7; // each of them lets events through
+    std::function<void(int)> chooseAfter = [&](int steps) {
+        QTimer::singleShot(0, program.get(), [&chooseAfter, steps] {
+            steps > 0 ? chooseAfter(steps - 1) : StartProjectByName("Beta");
+        });
+    };
+    for (int steps = 0; steps < progressSteps; ++steps)
+        run([&] {
+            SCOPED_TRACE(steps);
+            QFile::remove(InAppPath("Fileinfo.dat"));
+            clock.set("2026-03-02 08:00");
+            beginWithProjects();
+            StartProjectByName("Alpha");
+            passMinutes(10);
+            const int before = boxes.seen;
+            chooseAfter(steps);
+            Control().smuiTimeCtrl.click("STOP");
+            while (DayEntries.size() < 2)
+                QCoreApplication::processEvents();
+            EXPECT_EQ(boxes.seen, before); // nothing was locked
+            EXPECT_FALSE(DayStopped);
+            EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|10|0", "Beta|3/2/2026|0|0"}));
+            passMinutes(10);
+            EXPECT_EQ(DayEntries.value(1).TotalTime, "10 Minutes");
+            Control().smuiTimeCtrl.click("STOP");
+            EXPECT_TRUE(DayStopped);
+            EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|10|0", "Beta|3/2/2026|10|0"}));
+        });
 }
 
 TEST_F(OddMoments, AReportOfTheTickStandsOverMidnight) {
@@ -378,6 +390,7 @@ TEST_F(OddMoments, AReportOfTheTickStandsOverMidnight) {
         boxes.next([&](QWidget*) {
             other.reset();
             passMinutes(20); // 11:45 PM to 12:05 AM
+            EXPECT_EQ(DayEntries.value(0).StartTime, "12:00 AM");
         });
         passMinutes(1);
         EXPECT_EQ(boxes.seen, before + 1);
