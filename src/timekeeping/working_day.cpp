@@ -163,14 +163,14 @@ void StopDay() {
     if (!EntryRunning())
         return;
     StopCurrentEntry();
-    DayStopped = true;
+    DayStopped = !EntryRunning(); // events run during the save: a project may have been chosen
     RefreshTrayState();
 }
 
 void QuitAndSaveDay() {
     if (EntryRunning())
         StopCurrentEntry();
-    DayStopped = true;
+    DayStopped = !EntryRunning();
     UnloadAllForms();
     RefreshTrayState();
 }

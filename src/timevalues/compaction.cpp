@@ -25,24 +25,27 @@ void removeIfThere(const QString& path) {
         ports.files->remove(path, true);
 }
 
+/// Each progress step lets events through, and they may write to the database. So none comes while
+/// it is held, nor between its compaction and its replacement.
 void compact(SkipErrors& step, const Paths& paths, bool makeBackup) {
     DatabaseCompaction compaction(*ports.files, paths.target);
-    step([&] { compaction.settle(); });
     if (makeBackup)
         step([&] {
+            compaction.settle(); // a database that can't be read leaves the old backup alone
             removeIfThere(paths.backup);
             compaction.backupTo(paths.backup);
         });
+    step([&] { compaction.close(); });
     ports.progress->setPercent(10);
     step([&] { removeIfThere(paths.temp); });
     ports.progress->setPercent(20);
-    const bool whole = step([&] {
+    step([&] {
+        compaction.settle();
         compaction.compactTo(paths.temp);
         compaction.close();
+        ReplaceDatabase(*ports.files, paths.temp, paths.target);
     });
     ports.progress->setPercent(70);
-    if (whole)
-        step([&] { ReplaceDatabase(*ports.files, paths.temp, paths.target); });
     ports.progress->setPercent(80);
     step([&] { removeIfThere(paths.temp); });
     ports.progress->setPercent(90);

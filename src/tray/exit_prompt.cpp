@@ -100,9 +100,10 @@ void ExitPrompt::tick() {
 void ExitPrompt::saveAndQuit(bool timedOut) {
     ExitTimer->setEnabled(false); // no second time while the stop reports something
     StopCurrentEntry();
-    if (timedOut) // the save command leaves it set; that is wanted
+    const bool goesOn = EntryRunning(); // a project was chosen while the stop was being saved
+    if (timedOut && !goesOn)            // the save command leaves it set; that is wanted
         ControlScreenLoaded = false;
-    DayStopped = true;
+    DayStopped = !goesOn;
     UnloadAllForms();
     close();
 }

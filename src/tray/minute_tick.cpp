@@ -14,6 +14,8 @@
 
 #include <QScopedValueRollback>
 
+#include <utility>
+
 namespace kelvrane {
 
 namespace {
@@ -49,13 +51,17 @@ void catchUp(const QDateTime& lastTick, Int16 now) {
         step([] { ChangeOfDay(); });
 }
 
-void clockRules(Int16 now) {
+/// Behind a box that an earlier tick opened only the date changes; it can't wait for an answer.
+void clockRules(Int16 now, bool behindBox) {
     SkipErrors step(QStringLiteral("TMR_Minute"));
-    step([&] { EndOfDayRule(now); });
+    if (!behindBox)
+        step([&] { EndOfDayRule(now); });
     if (now == lastMinute && !DayStopped)
         step([] { AddDataToDayInfoDataBase(); });
     if (now == changeMinute)
         step([] { ChangeOfDay(); });
+    if (behindBox)
+        return;
     step([&] { AutoStartRule(now); });
     step([&] { AutoSaveRule(now); });
     step([&] { IntraDayReminderRule(now); });
@@ -66,20 +72,18 @@ void clockRules(Int16 now) {
 void TMR_Minute() {
     static bool handling = false;
     const QDateTime thisTick = ports.clock->now();
-    const QDateTime lastTick = LastTick;
+    const QDateTime lastTick = std::exchange(LastTick, thisTick);
     const bool slept = dayIsKnown() && SleptOverMidnight(lastTick, thisTick);
     if (!slept)
         RefreshRunningEntry();
     RefreshTrayState();
-    if (handling)
-        return;
+    const bool behindBox = handling;
     const QScopedValueRollback<bool> guard(handling, true);
-    LastTick = thisTick;
     const Int16 now = ToMinutes(SystemTimeText(thisTick.time()));
     if (slept)
         catchUp(lastTick, now);
     if (dayIsKnown())
-        clockRules(now);
+        clockRules(now, behindBox);
     RefreshTrayState();
 }
 

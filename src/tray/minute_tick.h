@@ -7,7 +7,7 @@
 namespace kelvrane {
 
 /// Handler of the counter's Minute. Lets no error out. While a tick is being handled, in a box that
-/// one of its rules opened, a further one only refreshes the running entry.
+/// one of its rules opened, a further one only refreshes the running entry and changes the day.
 void TMR_Minute();
 
 /// At each of the timer's ten-second ticks: a machine that woke on another date changes the day at
