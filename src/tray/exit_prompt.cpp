@@ -7,6 +7,7 @@
 #include "platform/skip_errors.h"
 #include "platform/texts.h"
 #include "timekeeping/shut_down.h"
+#include "timekeeping/tray_state.h"
 #include "timekeeping/working_day.h"
 
 namespace kelvrane {
