@@ -5,6 +5,7 @@
 #include "frame/tray_menus.h"
 #include "platform/recordset.h"
 #include "records/record_tables.h"
+#include "records/selection_sinks.h"
 #include "startup/main_program.h"
 #include "support/working_day_fixture.h"
 #include "timekeeping/control_model.h"
@@ -202,6 +203,19 @@ TEST_F(BrokenInput, ADatabaseListThatCannotBeWrittenStopsNoStart) {
     EXPECT_EQ(Main({}, false), StartResult::Running);
     EXPECT_TRUE(screens.isVisible(Screen::frmSTM));
     UnloadHiddenForm();
+}
+
+TEST_F(BrokenInput, AListLimitThatCannotBeReadLetsProjectsBeChosen) {
+    SaveRegText("Alpha", keys::RecentInfo, "File1");
+    ShowNumProjects = 0;
+    NoRecentProjects = false;
+    WireControlScreen();
+    LoadControlScreen();
+    OpenProjectTable("ReadOnly");
+    selectionSinks.day.select("Beta", "1002");
+    CloseProjectTable();
+    EXPECT_EQ(savedNames(), QStringList{"Beta"});
+    EXPECT_EQ(RecentProjects, QList<QString>{"Beta"});
 }
 
 TEST_F(BrokenInput, OddNamesAreWorkedOnAndComeBack) {
