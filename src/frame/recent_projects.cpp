@@ -42,9 +42,11 @@ Int16 LoadRecentProjects(Int16 Count) {
 }
 
 void AddRecentProject(const QString& Name) {
-    if (!NoRecentProjects && At(RecentProjects, 0) == Name)
+    // A limit that can't be read leaves a list of nothing, though projects are stored.
+    const bool none = NoRecentProjects || RecentProjects.isEmpty();
+    if (!none && RecentProjects.first() == Name)
         return;
-    if (NoRecentProjects) {
+    if (none) {
         RecentProjects = {Name};
     } else {
         const qsizetype count = RecentProjects.size();

@@ -3,7 +3,6 @@
 #include "app/program.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
-#include "frame/settings.h"
 #include "frame/tray_menus.h"
 #include "platform/recordset.h"
 #include "records/manager_model.h"
@@ -25,6 +24,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
+#include <utility>
 
 namespace kelvrane {
 namespace {
