@@ -49,7 +49,7 @@ class ControlModel : public QObject {
 
   signals:
     void DailyChartChanged();
-    void LayoutChanged();            ///< visibility, sizes: lay out again
+    void LayoutChanged(); ///< visibility, sizes: lay out again
 
   private:
     chartspace::Chart m_dailyChart;

@@ -16,8 +16,9 @@ struct Paths {
     Paths(const QString& folder, const QString& base)
         : target(folder + QDir::separator() + base + QStringLiteral(".mdb")),
           backup(folder + QDir::separator() + base + QStringLiteral("_Backup.mdb")),
+          newBackup(backup + QStringLiteral(".new")),
           temp(folder + QDir::separator() + QStringLiteral("temp.mdb")) {}
-    QString target, backup, temp;
+    QString target, backup, newBackup, temp;
 };
 
 void removeIfThere(const QString& path) {
@@ -29,12 +30,17 @@ void removeIfThere(const QString& path) {
 /// it is held, nor between its compaction and its replacement.
 void compact(SkipErrors& step, const Paths& paths, bool makeBackup) {
     DatabaseCompaction compaction(*ports.files, paths.target);
-    if (makeBackup)
+    if (makeBackup) {
         step([&] {
-            compaction.settle(); // a database that can't be read leaves the old backup alone
-            removeIfThere(paths.backup);
-            compaction.backupTo(paths.backup);
+            // The old backup goes when the new one is whole: neither a database that can't be read
+            // nor a full disk costs it.
+            compaction.settle();
+            removeIfThere(paths.newBackup);
+            compaction.backupTo(paths.newBackup);
+            ReplaceDatabase(*ports.files, paths.newBackup, paths.backup);
         });
+        step([&] { removeIfThere(paths.newBackup); });
+    }
     step([&] { compaction.close(); });
     ports.progress->setPercent(10);
     step([&] { removeIfThere(paths.temp); });

@@ -9,7 +9,9 @@
 #include "records/record_tables.h"
 #include "support/fakes.h"
 #include "timekeeping/control_model.h"
+#include "timekeeping/control_screen.h"
 #include "timekeeping/shut_down.h"
+#include "timekeeping/tray_state.h"
 #include "timekeeping/working_day.h"
 #include "tray/hidden_form.h"
 

@@ -261,7 +261,7 @@ TEST_F(DayUnderFaults, EachReplacementIsFlushedBeforeAndAfter) {
     const auto dayFile = std::ranges::find(calls, "Fileinfo.dat", &LoggedCall::target);
     const auto history = std::ranges::find(calls, "DayInfo.mdb", &LoggedCall::target);
     const auto backup = std::ranges::find_if(calls, [](const LoggedCall& call) {
-        return call.call == "flush" && call.path == "DayInfo_Backup.mdb";
+        return call.call == "flush" && call.path == "DayInfo_Backup.mdb.new";
     });
     EXPECT_TRUE(dayFile < history);
     EXPECT_TRUE(backup < history) << "the backup must be safe before the history is replaced";
