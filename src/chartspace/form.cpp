@@ -24,7 +24,7 @@ constexpr std::array forms{
     Form{ChartType::BarStacked1003D, Family::Bar, Arrangement::Percent, true, false},
     Form{ChartType::Pie, Family::Pie, Arrangement::First, false, false},
     Form{ChartType::PieExploded, Family::Pie, Arrangement::First, false, true},
-    Form{ChartType::PieStacked, Family::Pie, Arrangement::Rings, false, false},
+    Form{ChartType::PieStacked, Family::Pie, Arrangement::First, false, false},
     Form{ChartType::Pie3D, Family::Pie, Arrangement::First, true, false},
     Form{ChartType::PieExploded3D, Family::Pie, Arrangement::First, true, true},
 };

@@ -15,7 +15,6 @@ enum class Arrangement {
     Percent,   ///< one on the other, the whole is 100 %
     Deep,      ///< one behind the other
     First,     ///< only the first series is shown
-    Rings,     ///< a ring a series, the first inside
 };
 
 struct Form {

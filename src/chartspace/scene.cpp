@@ -111,15 +111,13 @@ std::optional<Hit> Scene::hitTest(const QPointF& point) const {
 QString Scene::tipText(int series, int category) const {
     const Series& shown = m_chart.series[series];
     const double value = shown.values[category];
-    QString text =
+    const QString text =
         m_chart.categories[category] + QStringLiteral(" Value: ") + QString::number(value, 'g', 15);
-    const Form& form = FormOf(m_chart.type);
-    if (form.family != Family::Pie)
+    if (FormOf(m_chart.type).family != Family::Pie)
         return shown.name + QStringLiteral(", ") + text;
     const double total = Values(m_chart).seriesTotal(series);
     const long percent = std::lround(value / total * 100);
-    text += QStringLiteral(" (%1%)").arg(percent);
-    return form.arrangement == Arrangement::Rings ? shown.name + QStringLiteral(", ") + text : text;
+    return text + QStringLiteral(" (%1%)").arg(percent);
 }
 
 void PaintChart(QPainter& painter, const QRectF& target, const Chart& chart,

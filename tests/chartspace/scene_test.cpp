@@ -176,7 +176,7 @@ TEST(ChartScene, TipsHaveTheirForms) {
     EXPECT_EQ(tip(ChartType::ColumnStacked, 0), QStringLiteral("Work, Alpha Value: 1.5"));
     EXPECT_EQ(tip(ChartType::BarClustered, 1), QStringLiteral("Break, Alpha Value: 0.5"));
     EXPECT_EQ(tip(ChartType::Pie, 0), QStringLiteral("Alpha Value: 1.5 (25%)"));
-    EXPECT_EQ(tip(ChartType::PieStacked, 0), QStringLiteral("Work, Alpha Value: 1.5 (25%)"));
+    EXPECT_EQ(tip(ChartType::PieStacked, 0), QStringLiteral("Alpha Value: 1.5 (25%)"));
 }
 
 TEST(ChartScene, FlatBarsHaveTheLengthOfTheirValues) {

@@ -9,6 +9,7 @@
 #include "platform/recordset.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
+#include "timekeeping/tray_state.h"
 #include "tour.h"
 #include "tour_data.h"
 #include "tray/hidden_form.h"
@@ -106,8 +107,10 @@ class Tour {
                                 sub);
                 sub->close();
             }
-        if (m_program->tray().fallback())
-            m_album.picture(QStringLiteral("tray-window"), m_program->tray().fallback());
+        TrayFallbackWindow window(m_program->tray().contextMenu(), m_program->tray().recentMenu());
+        window.setState(CurrentDayState(), TrayToolTip());
+        window.show();
+        m_album.picture(QStringLiteral("tray-window"), &window);
     }
 
     void databaseManager() {
