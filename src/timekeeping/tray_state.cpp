@@ -35,8 +35,7 @@ QString TrayToolTip() {
         if (OnBreak == 1)
             project += QStringLiteral(" - On Break");
     }
-    return QStringLiteral("Kelvrane: ") + project + QStringLiteral(". Worked today: ") +
-           WorkedToday();
+    return project + QStringLiteral(". Worked today: ") + WorkedToday();
 }
 
 void RefreshTrayState() {

@@ -13,7 +13,7 @@ DayState CurrentDayState();
 /// Work minutes of all entries as a span text, also of a day that was stopped; entries that can't
 /// be read don't count.
 QString WorkedToday();
-/// "Kelvrane: Alpha - 1 Hours 5 Minutes. Worked today: 2 Hours 10 Minutes"; "No project running" in
+/// "Alpha - 1 Hours 5 Minutes. Worked today: 2 Hours 10 Minutes"; "No project running" in
 /// the project's place otherwise.
 QString TrayToolTip();
 /// Hands both to the tray. Cheap when nothing changed.

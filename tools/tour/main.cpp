@@ -100,7 +100,7 @@ class Tour {
             menu->close();
         }
         for (QAction* action : m_program->tray().contextMenu()->actions())
-            if (QMenu* sub = action->menu()) {
+            if (QMenu* sub = action->isVisible() ? action->menu() : nullptr) {
                 sub->popup(QPoint(20, 20));
                 m_album.picture(QStringLiteral("tray-") +
                                     action->text().toLower().remove(QLatin1Char('&')),
