@@ -25,7 +25,7 @@ import time
 from pathlib import Path
 
 START_LIMIT, HISTORY_LIMIT, MEMORY_LIMIT = 2.0, 1.1, 1.4
-WAKE_UPS_PER_TICK = 2  # a tick comes every 10 seconds
+WAKE_UPS_PER_TICK = 4  # a tick comes every 10 seconds
 PATIENCE = 30  # seconds
 SETTLING = 20  # without a tray the window that stands in comes after 20 seconds, once
 

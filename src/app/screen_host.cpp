@@ -3,11 +3,17 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDialog>
+#include <QPixmapCache>
 #include <QScopeGuard>
 #include <QThread>
 #include <QWidget>
 
+#include <algorithm>
 #include <utility>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace kelvrane {
 
@@ -138,6 +144,16 @@ void ScreenHost::sweep() {
     const auto retired = std::exchange(m_retired, {});
     for (const QPointer<QWidget>& widget : retired)
         delete widget;
+    if (std::ranges::none_of(m_slots, [](const Slot& slot) { return bool(slot.widget); }))
+        giveMemoryBack();
+}
+
+/// With the last screen gone the process may sit in the tray for days.
+void ScreenHost::giveMemoryBack() {
+    QPixmapCache::clear();
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
 }
 
 bool ScreenHost::isVisible(Screen screen) const {

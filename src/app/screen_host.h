@@ -62,6 +62,7 @@ class ScreenHost : public QObject, public Screens {
     bool create(Slot& slot);
     void retire(QWidget* widget);
     void sweep();
+    static void giveMemoryBack();
 
     std::vector<Slot> m_slots;
     QList<QPointer<QWidget>> m_retired; ///< hidden, deleted once no nested loop runs
