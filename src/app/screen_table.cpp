@@ -2,6 +2,7 @@
 #include "frame/frmDebugWindow.h"
 #include "frame/trace.h"
 #include "records/database_manager.h"
+#include "records/frmBrowseForCust.h"
 #include "records/frmDataBase.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/frmSTM.h"
@@ -17,6 +18,7 @@ QWidget* Create() {
 }
 
 constexpr ScreenRow table[] = {
+    {Screen::frmBrowseForCust, Create<frmBrowseForCust>},
     {Screen::frmDataBase, Create<frmDataBase>, UnloadDataBase},
     {Screen::frmDebugWindow, Create<frmDebugWindow>, [] { Trace().clear(); }},
     {Screen::frmExit, Create<frmExit>},

@@ -223,6 +223,8 @@ void OpenDataBase() {
 void UnloadDataBase() {
     if (!session.open)
         return;
+    if (ports.screens->isLoaded(Screen::frmBrowseForCust)) // it works on this screen's tables
+        ports.screens->unload(Screen::frmBrowseForCust);
     const Session closing = std::exchange(session, {.number = session.number + 1});
     SkipErrors step = ReportingSteps(QStringLiteral("frmDataBase_Unload"));
     if (!ItemSelected)
