@@ -7,6 +7,8 @@
 #include "frame/status_text.h"
 #include "platform/error.h"
 #include "platform/recordset.h"
+#include "records/manager_model.h"
+#include "records/record_panel.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/tray_state.h"
@@ -18,6 +20,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLineEdit>
 #include <QLockFile>
 #include <QMenu>
 #include <QPushButton>
@@ -116,12 +119,31 @@ class Tour {
     void databaseManager() {
         ports.screens->show(Screen::frmDataBase);
         picture(QStringLiteral("database-single"), Screen::frmDataBase);
+        customerBrowser();
         QWidget* manager = screen(Screen::frmDataBase);
         if (auto* list = manager ? manager->findChild<QAbstractButton*>(QStringLiteral("LIST_VIEW"))
                                  : nullptr)
             list->click();
         picture(QStringLiteral("database-list"), Screen::frmDataBase);
         ports.screens->unload(Screen::frmDataBase);
+    }
+
+    void customerBrowser() {
+        Manager().smuiOptions.click(QStringLiteral("DB Manager"));
+        picture(QStringLiteral("database-manager"), Screen::frmDataBase);
+        RecordPanel().press(QStringLiteral("CUSTID_SHOW"));
+        QWidget* browser = screen(Screen::frmBrowseForCust);
+        picture(QStringLiteral("browse-for-customer"), Screen::frmBrowseForCust);
+        const auto find = [browser](const QString& text) {
+            browser->findChild<QLineEdit*>(QStringLiteral("FINDWHAT"))->setText(text);
+            browser->findChild<QAbstractButton*>(QStringLiteral("FIND"))->click();
+        };
+        find(QStringLiteral("st"));
+        picture(QStringLiteral("browse-for-customer-found"), Screen::frmBrowseForCust);
+        m_album.withBoxes({{QStringLiteral("browse-for-customer-none"), QStringLiteral("OK")}},
+                          [&] { find(QStringLiteral("nobody by this name")); });
+        ports.screens->unload(Screen::frmBrowseForCust);
+        Manager().smuiOptions.click(QStringLiteral("OPTIONS"));
     }
 
     void views() {
