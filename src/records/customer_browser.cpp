@@ -63,6 +63,7 @@ void stepTo(bool forward) {
     if (CustomerRecords().position() == (forward ? CustomerRecords().count() : 1))
         return;
     forward ? CustomerRecords().moveNext() : CustomerRecords().movePrevious();
+    Browser().markRow({}); // a former match says nothing about this record
     DisplayCustInfo();
 }
 

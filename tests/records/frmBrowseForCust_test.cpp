@@ -121,6 +121,8 @@ TEST_F(frmBrowseForCustTest, FindGoesThroughAllFieldsOfAllRecordsInAnyCase) {
     Find("reed");
     EXPECT_EQ(Company(), "Crisp");
     EXPECT_EQ(Marked(), "CUSLASTNAME");
+    Click("PREVIOUS");
+    EXPECT_EQ(Marked(), "") << "the mark belongs to the record found";
 }
 
 TEST_F(frmBrowseForCustTest, TheManagerThatClosesTakesItAlong) {
