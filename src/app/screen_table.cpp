@@ -6,6 +6,7 @@
 #include "records/frmDataBase.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/frmSTM.h"
+#include "timekeeping/frmSelNewTime.h"
 #include "tray/frmExit.h"
 
 namespace kelvrane {
@@ -22,6 +23,7 @@ constexpr ScreenRow table[] = {
     {Screen::frmDataBase, Create<frmDataBase>, UnloadDataBase},
     {Screen::frmDebugWindow, Create<frmDebugWindow>, [] { Trace().clear(); }},
     {Screen::frmExit, Create<frmExit>},
+    {Screen::frmSelNewTime, Create<frmSelNewTime>},
     {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},
 };
 

@@ -68,6 +68,8 @@ struct Globals {
     bool ModifyOpen = false;      // a selection there goes to the modify screen
     QString SelectedEntryKey;     // row last chosen in the break-down list
     DayEntry EditedEntry;         // working copy of the modify screen
+    QString CalendarRowKey;       // the calendar's group being changed, or key of its time row
+    QString CalendarRowValue;     // the calendar's project row before its change
     bool GraphShowing = false;    // views of the control screen
     bool WeekViewShowing = false;
     Int16 ChartIndex; // daily chart's type, index into the chart type table
@@ -113,6 +115,8 @@ inline auto& DayCalendarOpen = globals.DayCalendarOpen;
 inline auto& ModifyOpen = globals.ModifyOpen;
 inline auto& SelectedEntryKey = globals.SelectedEntryKey;
 inline auto& EditedEntry = globals.EditedEntry;
+inline auto& CalendarRowKey = globals.CalendarRowKey;
+inline auto& CalendarRowValue = globals.CalendarRowValue;
 inline auto& GraphShowing = globals.GraphShowing;
 inline auto& WeekViewShowing = globals.WeekViewShowing;
 inline auto& ChartIndex = globals.ChartIndex;

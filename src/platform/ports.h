@@ -17,7 +17,7 @@ namespace kelvrane {
 class SettingsStore;
 
 enum class BoxIcon { None, Information, Exclamation, Stop, Question };
-enum class BoxButtons { Ok, OkCancel, YesNo };
+enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class BoxAnswer { Ok, Cancel, Yes, No };
 
 struct Box {

@@ -39,6 +39,8 @@ const ButtonsRow ButtonsRows[] = {
     {BoxButtons::OkCancel, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel,
      BoxAnswer::Cancel},
     {BoxButtons::YesNo, QMessageBox::Yes | QMessageBox::No, QMessageBox::No, BoxAnswer::No},
+    {BoxButtons::YesNoCancel, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+     QMessageBox::Cancel, BoxAnswer::Cancel},
 };
 
 struct AnswerRow {

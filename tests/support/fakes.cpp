@@ -33,9 +33,9 @@ BoxAnswer FakeDialogs::ask(const Box& box) {
         if (strict)
             ADD_FAILURE() << "unexpected box: " << box.title.toStdString() << ": "
                           << box.text.toStdString();
-        return box.buttons == BoxButtons::YesNo      ? BoxAnswer::No
-               : box.buttons == BoxButtons::OkCancel ? BoxAnswer::Cancel
-                                                     : BoxAnswer::Ok;
+        return box.buttons == BoxButtons::YesNo ? BoxAnswer::No
+               : box.buttons == BoxButtons::Ok  ? BoxAnswer::Ok
+                                                : BoxAnswer::Cancel;
     }
     const auto [part, answer] = m_expected.takeFirst();
     EXPECT_TRUE(box.text.contains(part) || box.title.contains(part))

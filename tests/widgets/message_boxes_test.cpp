@@ -46,6 +46,8 @@ TEST(MessageBoxesTest, AnswersIncludeFrameAndEscape) {
         {"no", BoxButtons::YesNo, Press(QMessageBox::No), BoxAnswer::No},
         {"escape is no", BoxButtons::YesNo, Escape, BoxAnswer::No},
         {"frame is no", BoxButtons::YesNo, Frame, BoxAnswer::No},
+        {"no of three", BoxButtons::YesNoCancel, Press(QMessageBox::No), BoxAnswer::No},
+        {"escape of three", BoxButtons::YesNoCancel, Escape, BoxAnswer::Cancel},
         {"ok", BoxButtons::OkCancel, Press(QMessageBox::Ok), BoxAnswer::Ok},
         {"escape is cancel", BoxButtons::OkCancel, Escape, BoxAnswer::Cancel},
         {"frame is cancel", BoxButtons::OkCancel, Frame, BoxAnswer::Cancel},
