@@ -5,8 +5,10 @@
 #include "records/frmBrowseForCust.h"
 #include "records/frmDataBase.h"
 #include "timekeeping/control_screen.h"
+#include "timekeeping/frmModify.h"
 #include "timekeeping/frmSTM.h"
 #include "timekeeping/frmSelNewTime.h"
+#include "timekeeping/modify_entry.h"
 #include "tray/frmExit.h"
 
 namespace kelvrane {
@@ -24,6 +26,7 @@ constexpr ScreenRow table[] = {
     {Screen::frmDebugWindow, Create<frmDebugWindow>, [] { Trace().clear(); }},
     {Screen::frmExit, Create<frmExit>},
     {Screen::frmSelNewTime, Create<frmSelNewTime>},
+    {Screen::frmModify, Create<frmModify>, FrmModify_Unload},
     {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},
 };
 

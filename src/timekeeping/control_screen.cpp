@@ -367,6 +367,7 @@ void SetDataClick(const QString& key) {
     if (key == modifyItem && ports.screens->exists(Screen::frmModify)) {
         ModifyOpen = true;
         ports.screens->show(Screen::frmModify);
+        ports.screens->bringForward(Screen::frmModify);
     } else if (key == deleteItem) {
         DeleteDayEntry(deleteIndex());
     }

@@ -1,7 +1,7 @@
 #include "timekeeping/frmSelNewTime.h"
 
 #include "timekeeping/new_time.h"
-#include "widgets/captions.h"
+#include "widgets/keyed_push_button.h"
 #include "widgets/theme.h"
 
 #include <QComboBox>
@@ -13,7 +13,7 @@
 namespace kelvrane {
 
 namespace {
-constexpr int buttonHeight = 28;
+constexpr int listHeight = 28;
 } // namespace
 
 frmSelNewTime::frmSelNewTime(QWidget* parent) : QDialog(parent) {
@@ -22,8 +22,8 @@ frmSelNewTime::frmSelNewTime(QWidget* parent) : QDialog(parent) {
     setModal(true);
     cboHours = addList(QStringLiteral("cboHours"));
     cboMinutes = addList(QStringLiteral("cboMinutes"));
-    cmdOK = addButton(QStringLiteral("cmdOK"));
-    cmdCancel = addButton(QStringLiteral("cmdCancel"));
+    cmdOK = CreatePushButton(&NewTimeControls(), QStringLiteral("cmdOK"), this);
+    cmdCancel = CreatePushButton(&NewTimeControls(), QStringLiteral("cmdCancel"), this);
     cmdOK->setDefault(true);
     arrange();
     cboHours->setFocus();
@@ -33,7 +33,7 @@ QComboBox* frmSelNewTime::addList(const QString& key) {
     const KeyedItem& item = NewTimeControls().item(key);
     auto* list = new QComboBox(this);
     list->setObjectName(key);
-    list->setMinimumHeight(buttonHeight);
+    list->setMinimumHeight(listHeight);
     list->setAccessibleName(item.caption);
     list->addItems(item.choices);
     if (list->findText(item.value) < 0)
@@ -45,17 +45,6 @@ QComboBox* frmSelNewTime::addList(const QString& key) {
             NewTimeControls().choose(key, place);
     });
     return list;
-}
-
-QPushButton* frmSelNewTime::addButton(const QString& key) {
-    const QString caption = NewTimeControls().item(key).caption;
-    auto* button = new QPushButton(ControlCaption(caption), this);
-    button->setObjectName(key);
-    button->setAccessibleName(ShownCaption(caption));
-    button->setMinimumHeight(buttonHeight);
-    connect(button, &QPushButton::clicked, &NewTimeControls(),
-            [key] { NewTimeControls().click(key); });
-    return button;
 }
 
 void frmSelNewTime::arrange() {

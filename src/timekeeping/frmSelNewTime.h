@@ -18,7 +18,6 @@ class frmSelNewTime : public QDialog {
 
   private:
     QComboBox* addList(const QString& key);
-    QPushButton* addButton(const QString& key);
     void arrange();
 
     QComboBox* cboHours;

@@ -227,6 +227,22 @@ Int16 FillBreakDownList() {
     return result;
 }
 
+void RearmRunningEntry() {
+    DayStopped = !EntryRunning();
+    if (DayStopped) {
+        setStatusFields({});
+        StatusHeading.clear();
+    } else {
+        const DayEntry& entry = DayEntries[CurrentEntryIndex];
+        const auto [hours, minutes] = ToHoursAndMinutes(entry.TotalTime, 0);
+        counter().SetTimerMinuteOffset(minutes);
+        counter().SetTimerHourOffset(hours);
+        StatusHeading = OnBreak == 1 ? entry.ProjectName + onBreakMark : entry.ProjectName;
+    }
+    SetStatusText(StatusHeading);
+    RefreshTrayState();
+}
+
 void UpdateDayStatistics() {
     TotalBreakMinutes = TotalWorkMinutes = TotalOverallMinutes = 0;
     for (int i = 0; i <= CurrentEntryIndex; ++i) {

@@ -32,6 +32,9 @@ void ShowBreakState();
 
 /// Refills the list from DayEntries and re-arms the running entry: 0, or 101 when none runs.
 Int16 FillBreakDownList();
+/// After the entries were changed and the list refilled: the running entry's counter and heading,
+/// or the empty fields of a day in which nothing runs. DayStopped follows.
+void RearmRunningEntry();
 /// Recomputes the day totals up to CurrentEntryIndex and the five quick view rows.
 void UpdateDayStatistics();
 /// The first steps of the minute tick: counter, break minutes and the rows of the running entry.

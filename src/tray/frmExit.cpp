@@ -2,6 +2,7 @@
 
 #include "widgets/captions.h"
 #include "widgets/item_mark.h"
+#include "widgets/keyed_push_button.h"
 #include "widgets/theme.h"
 
 #include <QCheckBox>
@@ -19,7 +20,7 @@ namespace {
 constexpr double editorWidth = 5100; // twips
 constexpr double editorHeight = 1290;
 constexpr int promptWidth = 480;
-constexpr int buttonHeight = 28;
+constexpr int listHeight = 28;
 } // namespace
 
 frmExit::frmExit(QWidget* parent) : QDialog(parent) {
@@ -56,18 +57,13 @@ QLabel* frmExit::addLabel(const QString& key) {
 }
 
 QPushButton* frmExit::addButton(const QString& key) {
-    auto* button = new QPushButton(this);
-    button->setObjectName(key);
-    button->setAutoDefault(true);
-    button->setMinimumHeight(buttonHeight);
-    connect(button, &QPushButton::clicked, this, [this, key] { m_prompt.controls.click(key); });
-    return button;
+    return CreatePushButton(&m_prompt.controls, key, this);
 }
 
 QComboBox* frmExit::addTimeList(const QString& key) {
     auto* list = new QComboBox(this);
     list->setObjectName(key);
-    list->setMinimumHeight(buttonHeight);
+    list->setMinimumHeight(listHeight);
     list->setAccessibleName(m_prompt.controls.item(key).caption);
     list->addItems(m_prompt.controls.item(key).choices);
     connect(list, &QComboBox::activated, this, [this, key](int place) {

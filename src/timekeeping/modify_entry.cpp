@@ -1,0 +1,240 @@
+#include "timekeeping/modify_entry.h"
+
+#include "frame/error_report.h"
+#include "frame/globals.h"
+#include "frame/recent_projects.h"
+#include "platform/ports.h"
+#include "records/record_tables.h"
+#include "records/selection_sinks.h"
+#include "timekeeping/break_down.h"
+#include "timekeeping/control_model.h"
+#include "timekeeping/daily_chart.h"
+#include "timekeeping/modify_model.h"
+#include "timekeeping/modify_rules.h"
+#include "timekeeping/week_hours.h"
+#include "timekeeping/working_day.h"
+#include "timevalues/day_file.h"
+#include "timevalues/day_history.h"
+#include "timevalues/time_values.h"
+
+#include <utility>
+
+namespace kelvrane {
+
+namespace {
+
+const QString more = QStringLiteral("More ... ");
+
+void openTable() {
+    if (ProjectTable)
+        return;
+    OpenProjectTable(QStringLiteral("Optimistic"));
+    Modify().table = ProjectTable.get();
+}
+
+void readEntry() {
+    ModifyModel& model = Modify();
+    model.EntryIndex = BreakDownIndex(SelectedEntryKey);
+    EditedEntry = {};
+    EditedEntry = model.opened = At(std::as_const(DayEntries), model.EntryIndex);
+    model.heading = EditedEntry.ProjectName;
+}
+
+void showEntry() {
+    KeyedItems& rows = Modify().SmuiModify;
+    rows.setValue(modify_rows::Project, EditedEntry.ProjectName);
+    rows.setValue(modify_rows::Number, EditedEntry.ProjectNumber);
+    rows.setValue(modify_rows::Start, EditedEntry.StartTime);
+    rows.setValue(modify_rows::Stop, EditedEntry.StopTime);
+    rows.setValue(modify_rows::Break, EditedEntry.BreakTime);
+}
+
+QString withCapitals(QString text) {
+    text.replace(QLatin1Char('p'), QLatin1Char('P'));
+    text.replace(QLatin1Char('m'), QLatin1Char('M'));
+    text.replace(QLatin1Char('a'), QLatin1Char('A'));
+    return text.trimmed();
+}
+
+void takeProject(const QString& name, const QString& number) {
+    EditedEntry.ProjectName = name;
+    EditedEntry.ProjectNumber = number;
+    Modify().SmuiModify.setValue(modify_rows::Project, name);
+    Modify().SmuiModify.setValue(modify_rows::Number, number);
+    Modify().dirty = true;
+}
+
+void putProjectBack() {
+    if (Modify().SmuiModify.contains(modify_rows::Project))
+        Modify().SmuiModify.setValue(modify_rows::Project, EditedEntry.ProjectName);
+}
+
+/// Midnight and a delete renumber the entries: the edits must not land on another one.
+void requireSameEntry() {
+    const DayEntry& entry = At(std::as_const(DayEntries), Modify().EntryIndex);
+    if (entry.StartTime != Modify().opened.StartTime ||
+        entry.ProjectName != Modify().opened.ProjectName)
+        Raise(errors::Subscript,
+              QStringLiteral("The entry is no longer in today's list; nothing was changed"));
+}
+
+/// The day with EditedEntry in its place and one step of ripple to each side.
+QList<DayEntry> rippledDay(int index) {
+    QList<DayEntry> day = DayEntries;
+    const DayEntry old = At(day, index);
+    const bool linkedBack = index > 0 && old.StartTime == day[index - 1].StopTime;
+    const bool linkedForward = index + 1 < day.size() && (day[index + 1].StopTime.isEmpty() ||
+                                                          old.StopTime == day[index + 1].StartTime);
+    day[index] = EditedEntry;
+    if (linkedBack) {
+        day[index - 1].StopTime = EditedEntry.StartTime;
+        day[index - 1].TotalTime = CalOtherTotalTime(day[index - 1]);
+    }
+    if (linkedForward) {
+        day[index + 1].StartTime = EditedEntry.StopTime;
+        day[index + 1].TotalTime = CalOtherTotalTime(day[index + 1]);
+    }
+    return day;
+}
+
+bool refusedOrSaved() {
+    const int index = Modify().EntryIndex;
+    requireSameEntry();
+    if (VerifyAllTimes(true))
+        return true;
+    EditedEntry.TotalTime = CalCurTotalTime();
+    if (VerifyTimeOrder(index))
+        return true;
+    DayEntries = rippledDay(index);
+    Modify().opened = EditedEntry;
+    SaveDayFile();
+    Control().smuiBreakDown.clear();
+    FillBreakDownList();
+    Modify().saved = true;
+    RearmRunningEntry();
+    return false;
+}
+
+void refreshDay() {
+    SkipErrors step(QStringLiteral("frmModify_QueryUnload"));
+    step([] { UpdateDayStatistics(); });
+    step([] { AddDataToDayInfoDataBase(); });
+    step([] { UpdateDailyChart(); });
+    step([] { FillWeekView(); });
+}
+
+void closeScreen(bool fromCancel) {
+    bool unloads = true;
+    if (Modify().dirty && !Modify().saved) {
+        const BoxAnswer answer =
+            MsgBox(QStringLiteral("Save current changes?"), QStringLiteral("Save Changes?"),
+                   BoxIcon::Question, BoxButtons::YesNoCancel);
+        if (answer == BoxAnswer::Cancel)
+            return;
+        if (answer == BoxAnswer::No)
+            Modify().dirty = false;
+        unloads = answer == BoxAnswer::No || !fromCancel;
+    }
+    ModifyOpen = false;
+    if (unloads)
+        ports.screens->unload(Screen::frmModify);
+    refreshDay();
+}
+
+} // namespace
+
+void FrmModify_Load() {
+    SkipErrors step = ReportingSteps(QStringLiteral("frmModify_Load"));
+    Modify().reset();
+    step(openTable);
+    step(readEntry);
+    step(FillModifyProjectList);
+    step(showEntry);
+}
+
+void FrmModify_Unload() {
+    ModifyOpen = false;
+    CloseProjectTable(std::exchange(Modify().table, nullptr));
+}
+
+void FillModifyProjectList() {
+    LoadRecentProjects(ShowNumProjects);
+    const QStringList recent = NoRecentProjects ? QStringList() : QStringList(RecentProjects);
+    Modify().SmuiModify.setChoices(modify_rows::Project, QStringList(recent) << more);
+}
+
+void SmuiModify_Change(const QString& key, const QString& value) {
+    Modify().dirty = true;
+    if (key == modify_rows::Start) {
+        EditedEntry.StartTime = withCapitals(value);
+    } else if (key == modify_rows::Stop) {
+        EditedEntry.StopTime = withCapitals(value);
+    } else if (key == modify_rows::Break) {
+        EditedEntry.BreakTime = value.isEmpty() ? MinutesToText(0) : value;
+        Modify().SmuiModify.setValue(modify_rows::Break, EditedEntry.BreakTime);
+    }
+    VerifyAllTimes(false);
+}
+
+void ChooseModifyProject(int place, const QString& value) {
+    Modify().dirty = true;
+    if (place == Modify().SmuiModify.item(modify_rows::Project).choices.size() - 1) {
+        ports.screens->show(Screen::frmDataBase);
+        return;
+    }
+    try {
+        Recordset& records = ProjectRecords();
+        records.moveFirst();
+        records.find(QStringLiteral("Project_Name = '") + value + QLatin1Char('\''));
+        takeProject(records.text(project_column::Name), records.text(project_column::Number));
+    } catch (const RuntimeError&) {
+        putProjectBack();
+        throw;
+    }
+}
+
+bool VerifyUpdate() {
+    bool refused = true;
+    Guarded(QStringLiteral("VerifyUpdate"), [&] { refused = refusedOrSaved(); });
+    return refused;
+}
+
+void cmdUpdate_Click() {
+    if (VerifyUpdate())
+        return;
+    ports.screens->unload(Screen::frmDataBase);
+    closeScreen(false);
+}
+
+void cmdCancel_Click() {
+    closeScreen(true);
+}
+
+void FrmModify_QueryUnload() {
+    closeScreen(false);
+}
+
+void WireModify() {
+    static bool wired = false;
+    selectionSinks.modify = {takeProject, putProjectBack};
+    if (std::exchange(wired, true))
+        return;
+    ModifyModel& model = Modify();
+    QObject::connect(&model.SmuiModify, &KeyedItems::Edited, &model.SmuiModify,
+                     [](const QString& key, const QString& value) {
+                         if (key != modify_rows::Project) // chosen, not typed
+                             Guarded(QStringLiteral("SmuiModify_Change"),
+                                     [&] { SmuiModify_Change(key, value); });
+                     });
+    QObject::connect(&model.SmuiModify, &KeyedItems::Chosen, &model.SmuiModify,
+                     [](const QString&, int place, const QString& value) {
+                         Guarded(QStringLiteral("SmuiModify_Change"),
+                                 [&] { ChooseModifyProject(place, value); });
+                     });
+    QObject::connect(&model.buttons, &KeyedItems::Clicked, &model.buttons, [](const QString& key) {
+        const bool update = key == QLatin1String("cmdUpdate");
+        Guarded(key + QStringLiteral("_Click"), update ? cmdUpdate_Click : cmdCancel_Click);
+    });
+}
+
+} // namespace kelvrane
