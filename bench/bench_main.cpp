@@ -4,6 +4,7 @@
 #include "floors.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
+#include "projects_bench.h"
 #include "quiet_ports.h"
 #include "report.h"
 #include "timekeeping/control_model.h"
@@ -23,6 +24,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <iterator>
 #include <memory>
 
 namespace kelvrane::bench {
@@ -160,11 +162,13 @@ int run(int argc, char** argv) {
     QuietPorts quiet(present);
     for (const int each : rows)
         addAll(quiet, each);
-    TableReporter table({{rollUp, 1.5, 0, false},
-                         {weekView, 2, 0, false},
-                         {saveDay, 2, 0, false},
-                         {minuteTick, 0, 2, false},
-                         {compaction, 1.3, 0, true}});
+    std::vector<Limit> limits = {{rollUp, 1.5, 0, false},
+                                 {weekView, 2, 0, false},
+                                 {saveDay, 2, 0, false},
+                                 {minuteTick, 0, 2, false},
+                                 {compaction, 1.3, 0, true}};
+    std::ranges::copy(AddProjectBenchmarks(quiet, present.date()), std::back_inserter(limits));
+    TableReporter table(std::move(limits));
     benchmark::RunSpecifiedBenchmarks(&table);
     benchmark::ClearRegisteredBenchmarks(); // removes the folders
     UnloadHiddenForm();

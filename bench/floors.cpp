@@ -5,6 +5,7 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QUrl>
 #include <QVariant>
 
@@ -125,6 +126,17 @@ void FloorSave(const QString& target, const QByteArray& bytes) {
           "write");
     check(fsync(file) == 0 && close(file) == 0, "flush");
     replace(temporary, target);
+}
+
+bool FloorProjectPass(const QString& database, const QString& wanted) {
+    RawDatabase raw(database);
+    bool found = false;
+    QSqlQuery rows = raw.execute(QStringLiteral("SELECT * FROM ProjectInfo"));
+    const int fields = rows.record().count();
+    while (rows.next())
+        for (int field = 0; field < fields; ++field)
+            found |= rows.value(field).toString().toLower().contains(wanted);
+    return found;
 }
 
 void FloorCompaction(const QString& database, const QString& backup) {

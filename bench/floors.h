@@ -15,6 +15,9 @@ void FloorRollUp(const QString& database, QDate day, const QStringList& projects
 qsizetype FloorWeekView(const QString& database, QDate firstDay);
 /// The bytes written beside the target, flushed, renamed over it, and the folder flushed.
 void FloorSave(const QString& target, const QByteArray& bytes);
+/// One pass over all projects through Qt SQL, with a search for the text in every field. True when
+/// it was found.
+bool FloorProjectPass(const QString& database, const QString& wanted);
 /// VACUUM INTO a backup and into a copy, each flushed and renamed into place.
 void FloorCompaction(const QString& database, const QString& backup);
 

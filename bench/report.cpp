@@ -74,12 +74,14 @@ void TableReporter::printGrowth(const Limit& limit, long shortest, long longest)
 }
 
 void TableReporter::Finalize() {
-    std::set<long> rows;
-    for (const auto& [name, seconds] : m_seconds)
-        rows.insert(std::atol(name.substr(name.find('/') + 1).c_str()));
     std::printf("%-26s %9s %12s %12s %7s %9s\n", "name", "rows", "median", "floor", "ratio",
                 "limit");
     for (const Limit& limit : m_limits) {
+        std::set<long> rows;
+        const std::string prefix = std::string(limit.name) + '/';
+        for (const auto& [name, seconds] : m_seconds)
+            if (name.starts_with(prefix))
+                rows.insert(std::atol(name.substr(prefix.size()).c_str()));
         for (const long count : rows)
             printRow(limit, count);
         if (rows.size() > 1)
