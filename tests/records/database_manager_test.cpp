@@ -4,6 +4,7 @@
 #include "records/select_item.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 
 namespace kelvrane::testing {
 namespace {
@@ -254,6 +255,33 @@ TEST_F(DatabaseManagerTest, TheFillEndsWhenItsScreenGoesOrIsOpenedAnew) {
     EXPECT_EQ(Manager().ListView1.count(), 0);
     EXPECT_EQ(Row("PROJECT_NAME"), "A");
     EXPECT_TRUE(dialogs.shown.isEmpty());
+}
+
+TEST_F(DatabaseManagerTest, ADatabaseThatDisappearsIsReportedAndTakesNoChange) {
+    AddProject(QStringLiteral("Alpha"));
+    AddProject(QStringLiteral("Beta"));
+    OpenManager();
+    const QString away = path(QStringLiteral("away.mdb"));
+    ASSERT_TRUE(QFile::rename(ProjectDatabase, away));
+    dialogs.expect(QStringLiteral("Error # "));
+    Type("NOTES", QStringLiteral("typed into the void"));
+    Edit("UPDATE");
+    EXPECT_FALSE(dialogs.shown.isEmpty()) << "a save that went nowhere must not look like one";
+    dialogs.strict = false; // each further command may report the same; none may crash
+    for (const char* key : {"CmdUp", "cmdDown"})
+        Step(key);
+    for (const char* key : {"ADD_NEW", "SAVE", "CANCEL", "DELETE"})
+        Edit(key);
+    for (const char* key : {"LIST_VIEW", "SINGLE_VIEW"})
+        View(key);
+    UnloadDataBase();
+    EXPECT_FALSE(QFile::exists(ProjectDatabase)) << "opening never creates";
+
+    ASSERT_TRUE(QFile::rename(away, ProjectDatabase));
+    EXPECT_EQ(StoredCount("ProjectInfo"), 2);
+    EXPECT_EQ(Stored("ProjectInfo", 1, "Notes"), "note");
+    OpenManager();
+    EXPECT_EQ(Row("PROJECT_NAME"), "Alpha");
 }
 
 TEST_F(DatabaseManagerTest, TheScreenMayGoBehindAQuestion) {
