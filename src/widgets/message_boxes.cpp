@@ -75,7 +75,8 @@ QString ShownMessage(const QString& text) {
     constexpr qsizetype LongestWord = 240;
     constexpr qsizetype BreakEvery = 48;
     QString shown = text;
-    shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    for (const char* both : {"\r\n", "\n\r"}) // some texts have them the other way round
+        shown.replace(QLatin1String(both), QLatin1String("\n"));
     shown.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     shown.remove(QChar(QChar::Null));
 

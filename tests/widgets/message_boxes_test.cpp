@@ -103,7 +103,7 @@ TEST(MessageBoxesTest, ABoxWhoseWindowGoesIsCancelled) {
 TEST(MessageBoxesTest, TextsForDisplay) {
     EXPECT_EQ(FileDialogFilter("Database Files ( *.mdb ) |*.mdb"), "Database Files (*.mdb)");
     EXPECT_EQ(FileDialogFilter("A (*.a;*.b)|*.a;*.b|All|*"), "A (*.a *.b);;All (*)");
-    EXPECT_EQ(ShownMessage("a\r\nb\rc\nd"), "a\nb\nc\nd");
+    EXPECT_EQ(ShownMessage("a\r\nb\rc\nd\n\re"), "a\nb\nc\nd\ne");
     EXPECT_EQ(ShownMessage("two  blanks stay "), "two  blanks stay ");
     EXPECT_LT(ShownMessage(QString(10000, QLatin1Char('x'))).size(), 300);
     EXPECT_LT(ShownMessage(QString("word ").repeated(10000)).size(), 3100);

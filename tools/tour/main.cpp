@@ -2,13 +2,12 @@
 // in the folder named on the command line, with the day file and the history's rows.
 
 #include "app/program.h"
+#include "editing_tour.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
 #include "frame/status_text.h"
 #include "platform/error.h"
 #include "platform/recordset.h"
-#include "records/manager_model.h"
-#include "records/record_panel.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/tray_state.h"
@@ -20,7 +19,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QLineEdit>
 #include <QLockFile>
 #include <QMenu>
 #include <QPushButton>
@@ -63,6 +61,7 @@ class Tour {
         m_album.withBoxes({{QStringLiteral("first-start"), QStringLiteral("No")}},
                           [this] { m_program->start({}); });
         picture(QStringLiteral("empty-day"), Screen::frmSTM);
+        EditingTour(m_album, *m_program).onNothing();
         FillDatabases(m_clock.today());
         FillRecentProjects();
         m_program.reset();
@@ -85,7 +84,7 @@ class Tour {
         m_timers.pass(84);
         picture(QStringLiteral("second-project"), Screen::frmSTM);
         trayMenus();
-        databaseManager();
+        EditingTour(m_album, *m_program).onWorkingDay();
         views();
         charts();
         reminder();
@@ -114,36 +113,6 @@ class Tour {
         window.setState(CurrentDayState(), TrayToolTip());
         window.show();
         m_album.picture(QStringLiteral("tray-window"), &window);
-    }
-
-    void databaseManager() {
-        ports.screens->show(Screen::frmDataBase);
-        picture(QStringLiteral("database-single"), Screen::frmDataBase);
-        customerBrowser();
-        QWidget* manager = screen(Screen::frmDataBase);
-        if (auto* list = manager ? manager->findChild<QAbstractButton*>(QStringLiteral("LIST_VIEW"))
-                                 : nullptr)
-            list->click();
-        picture(QStringLiteral("database-list"), Screen::frmDataBase);
-        ports.screens->unload(Screen::frmDataBase);
-    }
-
-    void customerBrowser() {
-        Manager().smuiOptions.click(QStringLiteral("DB Manager"));
-        picture(QStringLiteral("database-manager"), Screen::frmDataBase);
-        RecordPanel().press(QStringLiteral("CUSTID_SHOW"));
-        QWidget* browser = screen(Screen::frmBrowseForCust);
-        picture(QStringLiteral("browse-for-customer"), Screen::frmBrowseForCust);
-        const auto find = [browser](const QString& text) {
-            browser->findChild<QLineEdit*>(QStringLiteral("FINDWHAT"))->setText(text);
-            browser->findChild<QAbstractButton*>(QStringLiteral("FIND"))->click();
-        };
-        find(QStringLiteral("st"));
-        picture(QStringLiteral("browse-for-customer-found"), Screen::frmBrowseForCust);
-        m_album.withBoxes({{QStringLiteral("browse-for-customer-none"), QStringLiteral("OK")}},
-                          [&] { find(QStringLiteral("nobody by this name")); });
-        ports.screens->unload(Screen::frmBrowseForCust);
-        Manager().smuiOptions.click(QStringLiteral("OPTIONS"));
     }
 
     void views() {

@@ -1,0 +1,92 @@
+#include "editing_tour.h"
+
+#include "app/program.h"
+#include "frame/globals.h"
+#include "records/manager_model.h"
+#include "records/record_panel.h"
+#include "timekeeping/control_model.h"
+#include "timekeeping/modify_model.h"
+
+#include <QAbstractButton>
+#include <QLineEdit>
+
+namespace kelvrane::tour {
+
+namespace {
+
+QString T(const char* text) {
+    return QString::fromLatin1(text);
+}
+
+void press(const QWidget* screen, const char* button) {
+    if (auto* found = screen ? screen->findChild<QAbstractButton*>(T(button)) : nullptr)
+        found->click();
+}
+
+} // namespace
+
+QWidget* EditingTour::screen(Screen name) const {
+    return m_program.screens().widget(name);
+}
+
+void EditingTour::picture(const char* name, Screen which) {
+    m_album.picture(T(name), screen(which));
+}
+
+void EditingTour::onNothing() {
+    ports.screens->show(Screen::frmDataBase);
+    picture("database-empty", Screen::frmDataBase);
+    press(screen(Screen::frmDataBase), "LIST_VIEW");
+    picture("database-list-empty", Screen::frmDataBase);
+    ports.screens->unload(Screen::frmDataBase);
+}
+
+void EditingTour::onWorkingDay() {
+    databaseManager();
+    modifyEntry();
+}
+
+void EditingTour::databaseManager() {
+    ports.screens->show(Screen::frmDataBase);
+    picture("database-single", Screen::frmDataBase);
+    customerBrowser();
+    press(screen(Screen::frmDataBase), "LIST_VIEW");
+    picture("database-list", Screen::frmDataBase);
+    ports.screens->unload(Screen::frmDataBase);
+}
+
+void EditingTour::customerBrowser() {
+    Manager().smuiOptions.click(T("DB Manager"));
+    picture("database-manager", Screen::frmDataBase);
+    RecordPanel().edit(T("RATE"), T("a lot"));
+    m_album.withBoxes({{T("database-message"), T("OK")}},
+                      [] { Manager().smuiPanel1.click(T("UPDATE")); });
+    RecordPanel().edit(T("RATE"), T("75"));
+    RecordPanel().press(T("CUSTID_SHOW"));
+    QWidget* browser = screen(Screen::frmBrowseForCust);
+    picture("browse-for-customer", Screen::frmBrowseForCust);
+    const auto find = [browser](const QString& text) {
+        browser->findChild<QLineEdit*>(T("FINDWHAT"))->setText(text);
+        press(browser, "FIND");
+    };
+    find(T("st"));
+    picture("browse-for-customer-found", Screen::frmBrowseForCust);
+    m_album.withBoxes({{T("browse-for-customer-none"), T("OK")}},
+                      [&] { find(T("nobody by this name")); });
+    ports.screens->unload(Screen::frmBrowseForCust);
+    Manager().smuiOptions.click(T("OPTIONS"));
+}
+
+void EditingTour::modifyEntry() {
+    Control().smuiBreakDown.select(T("START TIME0"));
+    Control().mnuSetData.click(T("mnuSetDataModifyTime"));
+    picture("modify", Screen::frmModify);
+    Modify().SmuiModify.edit(T("STOP TIME"), T("25:99 XM"));
+    m_album.withBoxes({{T("modify-message"), T("OK")}},
+                      [] { Modify().buttons.click(T("cmdUpdate")); });
+    picture("modify-marked", Screen::frmModify);
+    m_album.withBoxes({{T("modify-closing"), T("No")}},
+                      [] { Modify().buttons.click(T("cmdCancel")); });
+}
+
+} // namespace kelvrane::tour
