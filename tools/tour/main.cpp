@@ -25,7 +25,9 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QStyleFactory>
+#include <QTabBar>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstdio>
 #include <memory>
@@ -86,6 +88,7 @@ class Tour {
         picture(QStringLiteral("second-project"), Screen::frmSTM);
         trayMenus();
         databaseManager();
+        options();
         views();
         charts();
         reminder();
@@ -144,6 +147,16 @@ class Tour {
                           [&] { find(QStringLiteral("nobody by this name")); });
         ports.screens->unload(Screen::frmBrowseForCust);
         Manager().smuiOptions.click(QStringLiteral("OPTIONS"));
+    }
+
+    void options() {
+        ports.screens->show(Screen::frmOptions);
+        auto* tabs = screen(Screen::frmOptions)->findChild<QTabBar*>();
+        for (int page = 0; page < tabs->count(); ++page) {
+            tabs->setCurrentIndex(page);
+            picture(QStringLiteral("options-%1").arg(page + 1), Screen::frmOptions);
+        }
+        ports.screens->unload(Screen::frmOptions);
     }
 
     void views() {
@@ -228,8 +241,16 @@ class Tour {
         const QString projects = InAppPath(QString::fromLatin1(files::ProjectDatabase));
         QFile::rename(projects, projects + QStringLiteral(".away"));
         begin();
-        m_album.withBoxes({{QStringLiteral("missing-projects"), QStringLiteral("OK")},
-                           {QStringLiteral("choose-projects"), QStringLiteral("Cancel")}},
+        QTimer poll; // the start waits for the options window
+        QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+            if (!ports.screens->isVisible(Screen::frmOptions))
+                return;
+            poll.stop();
+            picture(QStringLiteral("choose-projects"), Screen::frmOptions);
+            screen(Screen::frmOptions)->close();
+        });
+        poll.start(10);
+        m_album.withBoxes({{QStringLiteral("missing-projects"), QStringLiteral("OK")}},
                           [this] { m_program->start({}); });
         m_program.reset();
         QFile::rename(projects + QStringLiteral(".away"), projects);
