@@ -24,11 +24,12 @@ namespace kelvrane {
 
 namespace {
 
-constexpr QSize leastSize(560, 426); // the first page stands whole on its usual width
-constexpr int widestText = 440;      // of a description
-constexpr int widestForm = 860;      // of a page with captions and fields
-constexpr int lineSpacing = 4;       // within a group
-constexpr int fieldWidth = 140;      // of a short one
+constexpr QSize leastSize(560, 426);     // the first page stands whole on its usual width
+constexpr int leastWidthOfColumns = 700; // below it, the groups stand in one
+constexpr int widestText = 440;          // of a description
+constexpr int widestForm = 860;          // of a page with captions and fields
+constexpr int lineSpacing = 4;           // within a group
+constexpr int fieldWidth = 140;          // of a short one
 constexpr int captionPercent = 35;
 constexpr int columnPercent[] = {45, 55};                    // of the page KELVRANE
 constexpr int markInset = theme::Margin - ItemMarkFocusRoom; // marks stand under the headings
@@ -120,7 +121,6 @@ void frmOptions::addPage(int place, QWidget* content) {
     frame->setFrameShape(QFrame::NoFrame);
     frame->setWidgetResizable(true);
     frame->setFocusPolicy(Qt::NoFocus);
-    frame->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* paper = new QWidget(frame);
     auto* layout = new QVBoxLayout(paper);
     layout->setContentsMargins(theme::Step, 0, theme::Step, 0);
@@ -135,7 +135,7 @@ void frmOptions::addPage(int place, QWidget* content) {
 
 QWidget* frmOptions::createKelvranePage() {
     auto* page = new QWidget;
-    auto* columns = new QHBoxLayout(page);
+    columns = new QBoxLayout(QBoxLayout::LeftToRight, page);
     columns->setContentsMargins(0, 0, 0, 0);
     columns->setSpacing(theme::Step);
     QVBoxLayout* stacks[std::size(columnPercent)];
@@ -236,6 +236,8 @@ void frmOptions::showEvent(QShowEvent* event) {
 
 void frmOptions::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
+    columns->setDirection(width() < leastWidthOfColumns ? QBoxLayout::TopToBottom
+                                                        : QBoxLayout::LeftToRight);
     if (!isMaximized())
         KeepOptionsSize(int(theme::ToTwips(width())), int(theme::ToTwips(height())));
 }

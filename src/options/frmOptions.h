@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-class QGridLayout;
+class QBoxLayout;
 
 namespace kelvrane {
 
@@ -35,6 +35,7 @@ class frmOptions : public QDialog {
     QWidget* createMiscPage();
 
     TabStrip* SmartTabStrip = nullptr;
+    QBoxLayout* columns = nullptr; ///< of the page KELVRANE
 };
 
 } // namespace kelvrane

@@ -24,7 +24,7 @@ namespace kelvrane {
 namespace {
 
 constexpr int FieldHeight = 28;
-constexpr int LongestOddValue = 150; // pixels
+constexpr int LongestOddValue = 90; // pixels
 
 /// Sets a colour of the widget's text unless it has it already: setting it comes back as a change.
 void SetInk(QWidget* widget, QPalette::ColorRole role, const QColor& ink, const QColor& disabled) {

@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QTabBar>
 #include <QTest>
 #include <QWheelEvent>
@@ -141,6 +142,16 @@ TEST_F(frmOptionsTest, OddValuesStandInTheirFieldsAndStay) {
     QCoreApplication::sendEvent(minute, &wheel);
     EXPECT_EQ(stored("StartWorkTime"), "8:05 AM") << "the wheel scrolls the page";
     EXPECT_EQ(stored("StopWorkTime").size(), 10000);
+}
+
+TEST_F(frmOptionsTest, ANarrowScreenShowsEveryColumnWhole) {
+    RegSetKeyValue(keys::Main, "StopWorkTime", QString(10000, 'x'));
+    screen().resize(screen().minimumSize());
+    QCoreApplication::processEvents();
+    for (const OptionPage& page : OptionPages()) {
+        const auto* frame = find<QScrollArea>(page.frame);
+        EXPECT_LE(frame->widget()->minimumSizeHint().width(), screen().width() - 60) << page.frame;
+    }
 }
 
 TEST_F(frmOptionsTest, ATypedTextCountsOnce) {
