@@ -1,6 +1,8 @@
 #include "app/screen_host.h"
 #include "frame/frmDebugWindow.h"
 #include "frame/trace.h"
+#include "options/frmOptions.h"
+#include "options/program_options.h"
 #include "records/database_manager.h"
 #include "records/frmBrowseForCust.h"
 #include "records/frmDataBase.h"
@@ -25,6 +27,7 @@ constexpr ScreenRow table[] = {
     {Screen::frmDataBase, Create<frmDataBase>, UnloadDataBase},
     {Screen::frmDebugWindow, Create<frmDebugWindow>, [] { Trace().clear(); }},
     {Screen::frmExit, Create<frmExit>},
+    {Screen::frmOptions, Create<frmOptions>, UnloadOptions},
     {Screen::frmSelNewTime, Create<frmSelNewTime>},
     {Screen::frmModify, Create<frmModify>, FrmModify_Unload},
     {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},

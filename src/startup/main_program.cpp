@@ -1,14 +1,14 @@
 #include "startup/main_program.h"
 
 #include "charts/chart_types.h"
-#include "frame/error_report.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
 #include "frame/settings.h"
 #include "frame/trace.h"
+#include "options/program_options.h"
 #include "platform/ports.h"
+#include "platform/skip_errors.h"
 #include "platform/texts.h"
-#include "records/record_tables.h"
 #include "startup/command_line.h"
 #include "startup/first_run_data.h"
 #include "timekeeping/shut_down.h"
@@ -92,27 +92,14 @@ bool DatabaseDialogLoop() {
         QStringLiteral("The Kelvrane database '") + ProjectDatabase +
             QStringLiteral("' does not exist.  Please select a valid Kelvrane database location."),
         QStringLiteral("Database Error"), BoxIcon::Stop);
+    ports.screens->show(Screen::frmOptions);
+    ShowDatabasePageAlone();
     DatabaseSelected = false;
     DatabaseSelectCancelled = false;
-    while (!DatabaseSelected) {
-        const std::optional<QString> chosen =
-            ports.dialogs->openFile({.title = QStringLiteral("Database Location:"),
-                                     .folder = AppPath(),
-                                     .filter = QStringLiteral("Database Files ( *.mdb ) |*.mdb"),
-                                     .defaultExtension = QStringLiteral(".mdb")});
-        if (!chosen) {
-            DatabaseSelectCancelled = true;
-            return false;
-        }
-        ProjectDatabase = *chosen;
-        Guarded(QStringLiteral("GetDatabaseOptions"), [] {
-            OpenProjectTable(QStringLiteral("Optimistic"));
-            CloseProjectTable();
-            SaveRegText(ProjectDatabase, keys::Main, QStringLiteral("ProjectDatabase"));
-            DatabaseSelected = true;
-        });
-    }
-    return true;
+    ports.events->waitUntil([] { return DatabaseSelected || DatabaseSelectCancelled; });
+    const bool selected = DatabaseSelected;
+    ports.screens->unload(Screen::frmOptions);
+    return selected;
 }
 
 StartResult Main(const QString& CommandText, bool previousInstance) {

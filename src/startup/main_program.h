@@ -15,7 +15,8 @@ enum class StartResult {
 /// whether another one holds the program folder.
 StartResult Main(const QString& CommandText, bool previousInstance);
 
-/// Asks for a project database until one opens. False when the user gave up.
+/// Opens the options on their database page and waits until a project database is chosen that
+/// opens. False when the options were closed first, or the program shuts down.
 bool DatabaseDialogLoop();
 
 } // namespace kelvrane

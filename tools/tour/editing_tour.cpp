@@ -1,7 +1,7 @@
 #include "editing_tour.h"
 
 #include "app/program.h"
-#include "frame/globals.h"
+#include "options/options_model.h"
 #include "records/manager_model.h"
 #include "records/record_panel.h"
 #include "timekeeping/control_model.h"
@@ -9,6 +9,7 @@
 
 #include <QAbstractButton>
 #include <QLineEdit>
+#include <QTabBar>
 
 namespace kelvrane::tour {
 
@@ -44,6 +45,7 @@ void EditingTour::onNothing() {
 void EditingTour::onWorkingDay() {
     databaseManager();
     modifyEntry();
+    options();
 }
 
 void EditingTour::databaseManager() {
@@ -87,6 +89,22 @@ void EditingTour::modifyEntry() {
     picture("modify-marked", Screen::frmModify);
     m_album.withBoxes({{T("modify-closing"), T("No")}},
                       [] { Modify().buttons.click(T("cmdCancel")); });
+}
+
+void EditingTour::options() {
+    ports.screens->show(Screen::frmOptions);
+    auto* tabs = screen(Screen::frmOptions)->findChild<QTabBar*>();
+    for (const OptionPage& page : OptionPages()) {
+        picture(qPrintable(T("options-") + T(page.key).toLower()), Screen::frmOptions);
+        tabs->setCurrentIndex(tabs->currentIndex() + 1);
+    }
+    tabs->setCurrentIndex(0);
+    Options().controls.toggle(T("chkUseIntraDayReminder"));
+    m_album.withBoxes({{T("options-message"), T("OK")}},
+                      [] { Options().smuiSoundFile.edit(T("SOUNDFILE"), T("no such sound.wav")); });
+    picture("options-marked", Screen::frmOptions);
+    Options().controls.toggle(T("chkUseIntraDayReminder"));
+    ports.screens->unload(Screen::frmOptions);
 }
 
 } // namespace kelvrane::tour

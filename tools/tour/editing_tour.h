@@ -26,6 +26,7 @@ class EditingTour {
     void databaseManager();
     void customerBrowser();
     void modifyEntry();
+    void options();
 
     Album& m_album;
     Program& m_program;

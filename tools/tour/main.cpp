@@ -24,6 +24,7 @@
 #include <QPushButton>
 #include <QStyleFactory>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstdio>
 #include <memory>
@@ -197,8 +198,16 @@ class Tour {
         const QString projects = InAppPath(QString::fromLatin1(files::ProjectDatabase));
         QFile::rename(projects, projects + QStringLiteral(".away"));
         begin();
-        m_album.withBoxes({{QStringLiteral("missing-projects"), QStringLiteral("OK")},
-                           {QStringLiteral("choose-projects"), QStringLiteral("Cancel")}},
+        QTimer poll; // the start waits for the options window
+        QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+            if (!ports.screens->isVisible(Screen::frmOptions))
+                return;
+            poll.stop();
+            picture(QStringLiteral("choose-projects"), Screen::frmOptions);
+            screen(Screen::frmOptions)->close();
+        });
+        poll.start(10);
+        m_album.withBoxes({{QStringLiteral("missing-projects"), QStringLiteral("OK")}},
                           [this] { m_program->start({}); });
         m_program.reset();
         QFile::rename(projects + QStringLiteral(".away"), projects);
