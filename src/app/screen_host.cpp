@@ -101,8 +101,6 @@ void ScreenHost::show(Screen screen) {
     Slot* slot = slotOf(screen);
     if (!slot || (!slot->widget && !create(*slot)))
         return;
-    if (slot->widget->isVisible())
-        return;
     slot->widget->show();
     Raise(slot->widget);
 }

@@ -144,7 +144,10 @@ CustomerBrowser& Browser() {
 void FrmBrowseForCustomer_Load() {
     SkipErrors step = ReportingSteps(QStringLiteral("FrmBrowseForCustomer_Load"));
     Browser().reset();
+    const TablesInUse tables;
     step(goToCustomerOfProject);
+    if (tables.gone()) // the manager went behind the box
+        return;
     step(DisplayCustInfo);
     step(showRecordNumber);
 }
@@ -192,6 +195,7 @@ void FrmBrowseForCustomer_FindInSMUIView() {
             CustomerRecords().moveFirst();
         if (searchOn(wanted)) {
             DisplayCustInfo();
+            Browser().markRow({});
             markMatch();
             return;
         }

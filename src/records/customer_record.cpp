@@ -104,8 +104,9 @@ Int16 SaveNewCustomerProject() {
     });
     if (!ready)
         return status::RecordInvalid;
+    const TablesInUse tables;
     for (const CustomerStep& row : customerSteps)
-        if (!runCustomerStep(row, step))
+        if (!runCustomerStep(row, step) || tables.gone())
             return status::RecordInvalid;
 
     step([] { CustomerRecords().update(); });
@@ -125,9 +126,9 @@ Int16 SaveNewCustomerProject() {
 }
 
 void CancelCustomerEntry() {
+    ReturnToIdle(true);
     Recordset& records = CustomerRecords();
     records.cancelUpdate();
-    ReturnToIdle(true);
     if (!records.isEmpty() && CustomerPosition.value_or(0) > 0 &&
         records.count() >= *CustomerPosition) {
         records.setPosition(*CustomerPosition);
@@ -139,9 +140,10 @@ void CancelCustomerEntry() {
 }
 
 void DeleteCustomer() {
-    Recordset& records = CustomerRecords();
-    if (!record_steps::mayDelete(records.isEmpty()))
+    const TablesInUse tables;
+    if (!record_steps::mayDelete(CustomerRecords().isEmpty()) || tables.gone())
         return;
+    Recordset& records = CustomerRecords();
     const int position = records.position();
     const int rows = records.count();
     records.deleteRow();
@@ -162,11 +164,12 @@ void DeleteCustomer() {
 }
 
 std::optional<Int16> CheckCustomerChanged() {
-    bool dirty = false;
+    const TablesInUse tables;
+    bool dirty = CustomerRecords().hasPendingChanges();
     for (const PanelField& field : CustomerFields())
         dirty =
             dirty || rowText(field.key) != CustomerRecords().text(QString::fromLatin1(field.field));
-    if (!dirty || !record_steps::saveWanted())
+    if (!dirty || !record_steps::saveWanted() || tables.gone())
         return std::nullopt;
     return SaveNewCustomerProject();
 }

@@ -223,8 +223,7 @@ void OpenDataBase() {
 void UnloadDataBase() {
     if (!session.open)
         return;
-    if (ports.screens->isLoaded(Screen::frmBrowseForCust)) // it works on this screen's tables
-        ports.screens->unload(Screen::frmBrowseForCust);
+    ports.screens->unload(Screen::frmBrowseForCust); // it works on this screen's tables
     const Session closing = std::exchange(session, {.number = session.number + 1});
     SkipErrors step = ReportingSteps(QStringLiteral("frmDataBase_Unload"));
     if (!ItemSelected)
@@ -384,6 +383,7 @@ void WireDataBase() {
     bind(manager.smuiFind, &KeyedItems::Edited, "smuiFind_Change", FindChange);
     bind(manager.smuiFind, &KeyedItems::Clicked, "smuiFind_MouseDown", FindClick);
     bind(manager.buttons, &KeyedItems::Clicked, "ButtonClick", ButtonClick);
+    bind(RecordPanel(), &KeyedItems::Edited, "smuiDataBase_Change", MarkInactive);
     bind(RecordPanel(), &KeyedItems::ButtonPressed, "smuiDataBase_Click", BrowseClick);
 }
 

@@ -9,6 +9,7 @@
 #include "widgets/keyed_panel.h"
 #include "widgets/theme.h"
 
+#include <QAbstractButton>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -104,9 +105,12 @@ void frmBrowseForCust::showRecordNumber() {
     RECORDNUM->setText(Browser().SmartStatusBar.item(QStringLiteral("RECORDNUM")).caption);
 }
 
-/// Enter finds while a text is typed and selects elsewhere.
+/// Enter finds while a text is typed, presses the button that has the focus, and selects elsewhere.
 void frmBrowseForCust::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (auto* button = qobject_cast<QAbstractButton*>(focusWidget()); enter && button)
+        button->click();
+    else if (enter)
         Browser().SmartStatusBar.click(FINDWHAT->hasFocus() ? QStringLiteral("FIND")
                                                             : QStringLiteral("SELECT"));
     else

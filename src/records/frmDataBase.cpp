@@ -9,6 +9,7 @@
 #include "widgets/keyed_buttons.h"
 #include "widgets/keyed_panel.h"
 #include "widgets/keyed_tool_bar.h"
+#include "widgets/open_editor.h"
 #include "widgets/tab_strip.h"
 #include "widgets/theme.h"
 
@@ -139,8 +140,10 @@ void frmDataBase::bind() {
     connect(&manager.buttons, &KeyedItems::dataChanged, this, &frmDataBase::showButtons);
     connect(&manager.smuiProgress, &KeyedItems::dataChanged, this, &frmDataBase::showProgress);
     for (const QAbstractButton* button : m_buttons)
-        connect(button, &QAbstractButton::clicked, &manager.buttons,
-                [key = button->objectName()] { Manager().buttons.click(key); });
+        connect(button, &QAbstractButton::clicked, &manager.buttons, [key = button->objectName()] {
+            CommitOpenEditor(); // what is typed belongs to the record that is still up
+            Manager().buttons.click(key);
+        });
 
     connect(ListView1, &frmDataBaseList::RowChosen, this,
             [](int row) { Guarded(QStringLiteral("ListView1_Click"), [&] { ListClick(row); }); });
@@ -151,8 +154,10 @@ void frmDataBase::bind() {
     });
 
     const auto key = [this](const QKeySequence& keys, KeyedItems& items, const char* item) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, &items,
-                [&items, item] { items.click(QString::fromLatin1(item)); });
+        connect(new QShortcut(keys, this), &QShortcut::activated, &items, [&items, item] {
+            CommitOpenEditor();
+            items.click(QString::fromLatin1(item));
+        });
     };
     key(QKeySequence(Qt::Key_F1), manager.smuiToolBar, "HELP");
     key(QKeySequence(QStringLiteral("Ctrl+F")), manager.smuiPanel0, "FIND");

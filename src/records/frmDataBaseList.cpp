@@ -92,6 +92,9 @@ frmDataBaseList::frmDataBaseList(ProjectList* list, QWidget* parent)
         const QModelIndexList rows = selectionModel()->selectedRows();
         emit RowChosen(rows.isEmpty() ? 0 : rows.first().row() + 1);
     });
+    // Also on the row that is chosen already: a search moves on from it without moving the mark.
+    connect(this, &QTreeView::pressed, this,
+            [this](const QModelIndex& cell) { emit RowChosen(cell.row() + 1); });
     connect(list, &ProjectList::modelReset, this, &frmDataBaseList::layOutColumns);
     connect(list, &ProjectList::modelReset, this, &frmDataBaseList::showSortArrow);
     connect(list, &ProjectList::headerDataChanged, this, &frmDataBaseList::showSortArrow);
@@ -122,10 +125,12 @@ void frmDataBaseList::showRow(int row) {
 }
 
 void frmDataBaseList::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit RowChosen(currentIndex().row() + 1);
         emit RowTaken();
-    else
+    } else {
         QTreeView::keyPressEvent(event);
+    }
 }
 
 void frmDataBaseList::resizeEvent(QResizeEvent* event) {

@@ -51,9 +51,13 @@ void AddDataToList(Recordset& records, const std::function<bool()>& stillThere) 
     SkipErrors step = ReportingSteps(QStringLiteral("AddDataToList"));
     ManagerModel& manager = Manager();
     manager.ListView1.setRows(FieldNames.mid(1), {});
-    if (step.condition([&] { return records.isEmpty(); }))
-        return;
-    if (!step([&] { records.moveFirst(); }))
+    bool ready = false;
+    step([&] {
+        ready = !records.isEmpty();
+        if (ready)
+            records.moveFirst();
+    });
+    if (!ready || !stillThere())
         return;
     manager.smuiProgress.setCaption(progressItem, QStringLiteral("Loading Data ..."));
     manager.smuiProgress.setValue(progressItem, QStringLiteral("0"));
@@ -62,7 +66,7 @@ void AddDataToList(Recordset& records, const std::function<bool()>& stillThere) 
     QList<QStringList> rows;
     bool there = true;
     step([&] { there = readRows(records, rows, stillThere); });
-    if (!there)
+    if (!there || !stillThere()) // the report of an error waits, too
         return;
     step([&] { records.moveFirst(); });
     manager.ListView1.setRows(FieldNames.mid(1), std::move(rows));

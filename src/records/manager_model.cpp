@@ -117,6 +117,8 @@ void SetEntryButtons(bool editing, bool customers) {
     for (const EntryItem& item : entryItems)
         (manager.*item.panel)
             .setVisible(QString::fromLatin1(item.key), item.whileEditing == editing);
+    // The search moves through the projects: not under an entry, not under a customer.
+    manager.buttons.setEnabled(QStringLiteral("cmdFind"), !editing && !customers);
     manager.smuiPanel1.setVisible(QStringLiteral("ADD_NEW"), !customers);
     manager.smuiPanel1.setVisible(QStringLiteral("ADD_NEW_CUSTOMER"), customers);
 }

@@ -94,8 +94,11 @@ void writeCustomer(SkipErrors& step) {
         step([] { writeField("CustInfoDBID", int(ToInt16(rowText("CUSTID_HIDE")))); });
         return;
     }
+    const TablesInUse tables;
     MsgBox(QStringLiteral("Customer was deleted from the database.  Deassigning Customer ID"),
            QStringLiteral("Customer Deleted"));
+    if (tables.gone())
+        return;
     step([] { writeField("CustomerID", QString()); });
     step([] { writeField("CustInfoDBID", QString()); });
 }
@@ -170,10 +173,13 @@ Int16 SaveNewProject() {
     step([&] { empty = ProjectRecords().isEmpty(); });
     if (empty)
         return status::RecordInvalid;
+    const TablesInUse tables;
     for (const ProjectStep& row : projectSteps)
-        if (!runProjectStep(row, step))
+        if (!runProjectStep(row, step) || tables.gone())
             return status::RecordInvalid;
     writeCustomer(step);
+    if (tables.gone())
+        return status::RecordInvalid;
     step([] { ProjectRecords().update(); });
     step([] { RedrawProject(true); });
     step([] { ReturnToIdle(false); });
@@ -181,9 +187,9 @@ Int16 SaveNewProject() {
 }
 
 void CancelProjectEntry() {
+    ReturnToIdle(false);
     Recordset& records = ProjectRecords();
     records.cancelUpdate();
-    ReturnToIdle(false);
     if (records.isEmpty()) {
         ShowNoProjects();
         ProjectPosition = records.position();
@@ -199,9 +205,10 @@ void CancelProjectEntry() {
 }
 
 void DeleteProject() {
-    Recordset& records = ProjectRecords();
-    if (!record_steps::mayDelete(records.isEmpty()))
+    const TablesInUse tables;
+    if (!record_steps::mayDelete(ProjectRecords().isEmpty()) || tables.gone())
         return;
+    Recordset& records = ProjectRecords();
     const int position = records.position();
     const int rows = records.count();
     records.deleteRow();
@@ -212,14 +219,15 @@ void DeleteProject() {
 }
 
 std::optional<Int16> CheckProjectChanged() {
+    const TablesInUse tables;
     Recordset& records = ProjectRecords();
-    bool dirty = false;
+    bool dirty = records.hasPendingChanges(); // left by a save that was refused
     for (const PanelField& field : comparedFields)
         dirty = dirty || rowText(field.key) != records.text(QString::fromLatin1(field.field));
     const QString customer = rowText("CUSTID_SHOW");
     dirty = dirty ||
             (customer != records.text(QStringLiteral("CustomerID")) && customer != NotAssigned);
-    if (!dirty || !record_steps::saveWanted())
+    if (!dirty || !record_steps::saveWanted() || tables.gone())
         return std::nullopt;
     return SaveNewProject();
 }

@@ -177,6 +177,12 @@ void ShowNoProjects() {
     showNoRecords(QStringLiteral("Project database is empty"));
 }
 
+void MarkInactive(const QString& key, const QString& value) {
+    if (key == active)
+        RecordPanel().setRole(key,
+                              value == BooleanText(false) ? TextRole::Inactive : TextRole::Value);
+}
+
 void FillCombo(KeyedItems& items, const QString& row, const QString& entries) {
     SkipErrors step = ReportingSteps(QStringLiteral("Database_FillCombo"));
     step([&] { items.setChoices(row, items.item(row).choices + entries.split(u';')); });

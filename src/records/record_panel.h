@@ -53,6 +53,9 @@ void ShowNoProjects();
 /// Whether the current project has a customer: CustInfoDBID is neither empty nor 0.
 bool ProjectHasCustomer();
 
+/// The user changed a row: an inactive project's flag is marked at once.
+void MarkInactive(const QString& key, const QString& value);
+
 /// Adds the entries of a text separated by ";" to the row's list. Errors are reported.
 void FillCombo(KeyedItems& items, const QString& row, const QString& entries);
 

@@ -87,7 +87,8 @@ bool SearchAllColumns() {
     }
     if (found)
         RedrawProject(state().InManager);
-    state().RecordDone = next >= fields;
+    // A match in the last field leaves the record to the next search, which moves on.
+    state().RecordDone = !found && next >= fields;
     if (state().RecordDone)
         next = 0;
     return found;
@@ -119,7 +120,10 @@ bool searchOneField() {
 }
 
 void showNotFound() {
+    const TablesInUse tables;
     MsgBox(QStringLiteral("No records found"), QStringLiteral(" No records"));
+    if (tables.gone())
+        return;
     state().RestartSearch = true;
     setFindCaption(QStringLiteral("Find"));
     state().FoundInColumn = false;
@@ -201,16 +205,17 @@ void FindInSingleRecordView() {
             return;
         const int position = ProjectRecords().position();
         ProjectPosition = position > 0 ? position : 1;
-        if (state().RestartSearch) {
-            ProjectRecords().moveFirst();
-            state().RestartSearch = false;
-        }
-        const bool all = state().FindField == allFields;
+        // Asked before the cursor moves: the record on display stays the current one.
         if (state().FindText.isEmpty()) {
             MsgBox(QStringLiteral("Please select something to find"),
                    QStringLiteral("Nothing to Find"));
             return;
         }
+        if (state().RestartSearch) {
+            ProjectRecords().moveFirst();
+            state().RestartSearch = false;
+        }
+        const bool all = state().FindField == allFields;
         if (all ? searchAllFields() : searchOneField())
             setFindCaption(QStringLiteral("Find Next"));
         else

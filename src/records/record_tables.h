@@ -52,4 +52,17 @@ void OpenCustomerTable(const QString& mode, int* count = nullptr);
 void CloseCustomerTable();
 void CloseCustomerTable(const OpenTable* opened);
 
+/// Whether the tables that a routine began on are still in use: while a box waits, their screen may
+/// go.
+class TablesInUse {
+  public:
+    bool gone() const {
+        return ProjectTable.get() != m_projects || CustomerTable.get() != m_customers;
+    }
+
+  private:
+    const OpenTable* m_projects = ProjectTable.get();
+    const OpenTable* m_customers = CustomerTable.get();
+};
+
 } // namespace kelvrane

@@ -37,7 +37,9 @@ int BreakDownIndex(const QString& key) {
     qsizetype digits = key.size();
     while (digits > 0 && key[digits - 1].isDigit())
         --digits;
-    return digits == key.size() ? -1 : key.mid(digits).toInt();
+    bool isNumber = false;
+    const int index = key.mid(digits).toInt(&isNumber);
+    return isNumber ? index : -1;
 }
 
 int BreakDownEntryCount() {

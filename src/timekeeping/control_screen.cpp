@@ -21,6 +21,8 @@
 #include "timevalues/day_file.h"
 #include "timevalues/day_history.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <utility>
 
@@ -31,6 +33,7 @@ namespace {
 constexpr int controlHelpTopic = 200;
 const QString section = QStringLiteral("SingleTimerView");
 const QString projectName = QStringLiteral("PROJECT_NAME");
+const QString projectNumber = QStringLiteral("PROJECT_NUM");
 const QString more = QStringLiteral("More ... ");
 const QString deleteItem = QStringLiteral("mnuSetDataDeleteProject");
 const QString modifyItem = QStringLiteral("mnuSetDataModifyTime");
@@ -222,30 +225,33 @@ void FillRecentProjectList(const QString& name, const QString& number) {
     }
     fields.setChoices(projectName, QStringList(RecentProjects) << more);
     fields.setValue(projectName, name);
-    fields.setValue(QStringLiteral("PROJECT_NUM"), number);
+    fields.setValue(projectNumber, number);
     StatusHeading = name;
     SetStatusText(StatusHeading);
 }
 
 void RestoreProjectName() {
-    Control().smuiProjectStatus.setValue(
-        projectName, EntryRunning() ? DayEntries[CurrentEntryIndex].ProjectName : QString());
+    const DayEntry running = EntryRunning() ? DayEntries[CurrentEntryIndex] : DayEntry();
+    Control().smuiProjectStatus.setValue(projectName, running.ProjectName);
+    Control().smuiProjectStatus.setValue(projectNumber, running.ProjectNumber);
 }
 
 void StartProjectByName(const QString& name) {
     EnsureControlScreenLoaded();
     const qsizetype entries = DayEntries.size();
     Control().smuiProjectStatus.setValue(projectName, name);
+    const OpenTable* opened = nullptr;
+    // By its name: the Database Manager may have been opened behind a box meanwhile.
+    const auto close = qScopeGuard([&] { CloseProjectTable(opened); });
     try {
         OpenProjectTable(QStringLiteral("ReadOnly"));
+        opened = ProjectTable.get();
         StartNewProject(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
     } catch (...) {
-        CloseProjectTable();
         if (DayEntries.size() == entries)
             RestoreProjectName();
         throw;
     }
-    CloseProjectTable();
 }
 
 void ChooseProject(int place, const QString& value) {
@@ -388,9 +394,20 @@ namespace {
 /// A project chosen in the Database Manager becomes the day's.
 void takeSelection(const QString& name, const QString& number) {
     EnsureControlScreenLoaded();
+    const qsizetype entries = DayEntries.size();
+    const QString heading = StatusHeading;
     AddRecentProject(name);
     FillRecentProjectList(name, number);
-    StartNewProject(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
+    try {
+        StartNewProject(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
+    } catch (...) {
+        if (DayEntries.size() == entries) { // what runs goes on, and the fields say so
+            RestoreProjectName();
+            StatusHeading = heading;
+            SetStatusText(StatusHeading);
+        }
+        throw;
+    }
 }
 
 /// The manager closed without a choice. A control screen that isn't on view is unloaded with it.

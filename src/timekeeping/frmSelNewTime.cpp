@@ -40,10 +40,8 @@ QComboBox* frmSelNewTime::addList(const QString& key) {
         list->addItem(item.value); // a span longer than the list reaches
     list->setCurrentText(item.value);
     // Arrow keys change the choice without opening the list.
-    connect(list, &QComboBox::currentIndexChanged, &NewTimeControls(), [key](int place) {
-        if (place < NewTimeControls().item(key).choices.size())
-            NewTimeControls().choose(key, place);
-    });
+    connect(list, &QComboBox::currentTextChanged, &NewTimeControls(),
+            [key](const QString& text) { NewTimeControls().edit(key, text); });
     return list;
 }
 

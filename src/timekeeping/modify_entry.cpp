@@ -25,13 +25,6 @@ namespace {
 
 const QString more = QStringLiteral("More ... ");
 
-void openTable() {
-    if (ProjectTable)
-        return;
-    OpenProjectTable(QStringLiteral("Optimistic"));
-    Modify().table = ProjectTable.get();
-}
-
 void readEntry() {
     ModifyModel& model = Modify();
     model.EntryIndex = BreakDownIndex(SelectedEntryKey);
@@ -146,7 +139,6 @@ void closeScreen(bool fromCancel) {
 void FrmModify_Load() {
     SkipErrors step = ReportingSteps(QStringLiteral("frmModify_Load"));
     Modify().reset();
-    step(openTable);
     step(readEntry);
     step(FillModifyProjectList);
     step(showEntry);
@@ -154,7 +146,6 @@ void FrmModify_Load() {
 
 void FrmModify_Unload() {
     ModifyOpen = false;
-    CloseProjectTable(std::exchange(Modify().table, nullptr));
 }
 
 void FillModifyProjectList() {
@@ -183,8 +174,9 @@ void ChooseModifyProject(int place, const QString& value) {
         return;
     }
     try {
-        Recordset& records = ProjectRecords();
-        records.moveFirst();
+        // A set of its own: the Database Manager may be open on another record.
+        OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
+        Recordset& records = projects.rows;
         records.find(QStringLiteral("Project_Name = '") + value + QLatin1Char('\''));
         takeProject(records.text(project_column::Name), records.text(project_column::Number));
     } catch (const RuntimeError&) {

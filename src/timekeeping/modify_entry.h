@@ -12,11 +12,10 @@
 
 namespace kelvrane {
 
-/// Opens on the entry of SelectedEntryKey: fills the rows and EditedEntry, and opens the project
-/// table when nobody holds it. Errors are reported; without such an entry the rows stay empty.
+/// Opens on the entry of SelectedEntryKey: fills the rows and EditedEntry. Errors are reported;
+/// without such an entry the rows stay empty.
 void FrmModify_Load();
-/// Closes the table if this screen opened it; a selection in the Database Manager then goes to the
-/// day again.
+/// A selection in the Database Manager goes to the day again.
 void FrmModify_Unload();
 
 /// Fills the drop-down of PROJECT NAME with the recent projects and "More ... ".

@@ -37,7 +37,6 @@ void ModifyModel::reset() {
     heading.clear();
     EntryIndex = -1;
     opened = {};
-    table = nullptr;
     dirty = saved = false;
 }
 

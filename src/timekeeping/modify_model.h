@@ -9,8 +9,6 @@
 
 namespace kelvrane {
 
-struct OpenTable;
-
 namespace modify_rows {
 inline const QString Project = QStringLiteral("PROJECT NAME");
 inline const QString Number = QStringLiteral("PROJECT NUMBER");
@@ -21,13 +19,12 @@ inline const QString Break = QStringLiteral("BREAK TIME");
 
 struct ModifyModel {
     KeyedItems SmuiModify;
-    KeyedItems buttons;               ///< cmdUpdate, cmdCancel
-    QString heading;                  ///< caption of the list: the project's name at opening
-    Int16 EntryIndex = -1;            ///< into DayEntries
-    DayEntry opened;                  ///< the entry as it was at opening or at the last Update
-    const OpenTable* table = nullptr; ///< the project table, when this screen opened it
-    bool dirty = false;               ///< a field was changed
-    bool saved = false;               ///< the last Update went through
+    KeyedItems buttons;    ///< cmdUpdate, cmdCancel
+    QString heading;       ///< caption of the list: the project's name at opening
+    Int16 EntryIndex = -1; ///< into DayEntries
+    DayEntry opened;       ///< the entry as it was at opening or at the last Update
+    bool dirty = false;    ///< a field was changed
+    bool saved = false;    ///< the last Update went through
 
     /// Rows and state as a newly opened screen has them: no entry yet.
     void reset();

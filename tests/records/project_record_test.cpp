@@ -237,6 +237,36 @@ TEST_F(ProjectRecordTest, SteppingAsksToSaveWhatWasChanged) {
     EXPECT_EQ(Stored("ProjectInfo", 2, "Rate"), "90");
 }
 
+TEST_F(ProjectRecordTest, WhatARefusedSaveLeftIsAskedForBeforeAStep) {
+    AddProject(QStringLiteral("Alpha"));
+    AddProject(QStringLiteral("Beta"));
+    OpenManager();
+    Type("PROJECT_NAME", QStringLiteral("Typed"));
+    Type("RATE", QStringLiteral("abc"));
+    dialogs.expect(QStringLiteral("Invalid Entry"));
+    Edit("UPDATE");
+    Type("RATE", QStringLiteral("75"));
+    dialogs.expect(QStringLiteral("Save changes to the entry?"), BoxAnswer::Yes);
+    Step("CmdUp");
+    EXPECT_EQ(Stored("ProjectInfo", 1, "Project_Name"), "Typed");
+}
+
+TEST_F(ProjectRecordTest, TheScreenMayGoBehindABoxOfTheSave) {
+    AddProject(QStringLiteral("Alpha"));
+    OpenManager();
+    Type("RATE", QStringLiteral("abc"));
+    dialogs.expect(QStringLiteral("Invalid Entry"));
+    dialogs.whileOpen = [](const Box&) { UnloadDataBase(); };
+    Edit("UPDATE"); // and no further box
+    EXPECT_FALSE(ProjectTable);
+    dialogs.expect(QStringLiteral("Are you sure you want to delete"), BoxAnswer::Ok);
+    dialogs.whileOpen = nullptr;
+    Open();
+    dialogs.whileOpen = [](const Box&) { UnloadDataBase(); };
+    DeleteProject();
+    EXPECT_EQ(StoredCount("ProjectInfo"), 1);
+}
+
 TEST_F(ProjectRecordTest, ARowDeletedBySomebodyElseIsReported) {
     AddProject(QStringLiteral("Alpha"));
     OpenManager();

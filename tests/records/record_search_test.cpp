@@ -41,6 +41,35 @@ TEST_F(RecordSearchTest, RecordsAreSearchedForwardFieldByField) {
     EXPECT_EQ(ProjectRecords().position(), 3);
 }
 
+TEST_F(RecordSearchTest, TheRecordOnDisplayStaysTheCurrentOne) {
+    OpenWith({"A", "B"});
+    Step("CmdUp");
+    ExpectNothing("Please select something to find");
+    EXPECT_EQ(ProjectRecords().position(), 2) << "an update here must not write B's rows to A";
+
+    Look(QStringLiteral("a"));
+    Manager().smuiOptions.click(QStringLiteral("DB Manager"));
+    Edit("ADD_NEW");
+    Step("cmdFind"); // off while a project is entered
+    EXPECT_TRUE(ProjectRecords().hasPendingChanges());
+    Edit("CANCEL");
+    ShowTable(Customers);
+    EXPECT_FALSE(Manager().buttons.item(QStringLiteral("cmdFind")).enabled) << "projects only";
+    ShowTable(Projects);
+    EXPECT_TRUE(Manager().buttons.item(QStringLiteral("cmdFind")).enabled);
+}
+
+TEST_F(RecordSearchTest, FindNextLeavesARecordThatMatchedInItsLastField) {
+    for (const char* name : {"A", "B"})
+        AddProject(QString::fromLatin1(name), QStringLiteral("N"), 987);
+    Open();
+    Look(QStringLiteral("987"));
+    Step("cmdFind");
+    EXPECT_EQ(Row("PROJECT_NAME"), "A");
+    Step("cmdFind");
+    EXPECT_EQ(Row("PROJECT_NAME"), "B");
+}
+
 TEST_F(RecordSearchTest, ListWithAllFieldsMovesOnByAColumnAMiss) {
     OpenWith({"A", "B", "C", "D", "E", "F", "G", "H", "needle"});
     View("LIST_VIEW");

@@ -3,6 +3,8 @@
 #include "frame/settings.h"
 #include "frame/status_text.h"
 #include "platform/recordset.h"
+#include "records/record_tables.h"
+#include "records/selection_sinks.h"
 #include "support/working_day_fixture.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
@@ -134,6 +136,18 @@ TEST_F(ControlScreen, RecentListKeepsItsOrderRules) {
     RecentProjects.clear();
     EXPECT_EQ(LoadRecentProjects(2), 0);
     EXPECT_EQ(RecentProjects.size(), 2);
+}
+
+TEST_F(ControlScreen, ASelectionThatFailsLeavesTheRunningProjectOnTheFields) {
+    start("Alpha");
+    WireControlScreen();
+    OpenProjectTable(QStringLiteral("Optimistic")); // as the Database Manager holds it
+    EXPECT_THROW(selectionSinks.day.select("O'Neil", "7"), RuntimeError);
+    CloseProjectTable();
+    EXPECT_EQ(DayEntries.size(), 1);
+    EXPECT_EQ(Control().smuiProjectStatus.value("PROJECT_NAME"), "Alpha");
+    EXPECT_EQ(Control().smuiProjectStatus.value("PROJECT_NUM"), "1001");
+    EXPECT_EQ(Status().text(), "Alpha");
 }
 
 TEST_F(ControlScreen, DuringABreakTheLoadTurnsTheTraysItem) {
