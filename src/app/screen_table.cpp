@@ -1,4 +1,6 @@
 #include "app/screen_host.h"
+#include "calendar/day_calendar.h"
+#include "calendar/frmDayInfo.h"
 #include "frame/frmDebugWindow.h"
 #include "frame/trace.h"
 #include "options/frmOptions.h"
@@ -25,6 +27,7 @@ QWidget* Create() {
 constexpr ScreenRow table[] = {
     {Screen::frmBrowseForCust, Create<frmBrowseForCust>},
     {Screen::frmDataBase, Create<frmDataBase>, UnloadDataBase},
+    {Screen::frmDayInfo, Create<frmDayInfo>, UnloadDayInfo},
     {Screen::frmDebugWindow, Create<frmDebugWindow>, [] { Trace().clear(); }},
     {Screen::frmExit, Create<frmExit>},
     {Screen::frmOptions, Create<frmOptions>, UnloadOptions},

@@ -1,0 +1,316 @@
+#include "calendar/day_calendar.h"
+
+#include "calendar/calendar_model.h"
+#include "frame/error_report.h"
+#include "frame/globals.h"
+#include "frame/recent_projects.h"
+#include "frame/settings.h"
+#include "platform/ports.h"
+#include "platform/texts.h"
+#include "records/record_tables.h"
+#include "records/selection_sinks.h"
+#include "timekeeping/new_time.h"
+#include "timevalues/day_history.h"
+#include "timevalues/time_values.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <utility>
+
+namespace kelvrane {
+
+namespace {
+
+const QString more = QStringLiteral("More ... ");
+const QString projectRow = QStringLiteral("PROJECT");
+const QString numberRow = QStringLiteral("PN");
+
+/// Errors of a command, told when it is through: while a message box waits, the screen may be
+/// unloaded or a compaction may replace the history.
+class LateReports {
+  public:
+    SkipErrors steps(const QString& routine) {
+        return SkipErrors(routine, [this, routine](const RuntimeError& error) {
+            m_errors.append({error, routine});
+        });
+    }
+    void tell() {
+        for (const auto& [error, routine] : std::exchange(m_errors, {}))
+            ReportError(error, routine);
+    }
+
+  private:
+    QList<std::pair<RuntimeError, QString>> m_errors;
+};
+
+QStringList numbers(int first, int last) {
+    QStringList texts;
+    for (int number = first; number <= last; ++number)
+        texts.append(QString::number(number));
+    return texts;
+}
+
+QStringList projectChoices() {
+    if (LoadRecentProjects(ShowNumProjects) != status::Done)
+        return {more};
+    return QStringList(RecentProjects) << more;
+}
+
+void showMonth() {
+    CalendarModel& calendar = Calendar();
+    const MonthOfYear shown = calendar.shownMonth();
+    calendar.controls.setCaption(QStringLiteral("MonthYearLabel"), MonthTitle(shown));
+    MonthGrid grid = BuildMonthGrid(shown, ports.clock->today());
+    MarkDay(grid, calendar.SelectedDay);
+    calendar.setGrid(grid);
+}
+
+void mark(const QString& caption) {
+    CalendarModel& calendar = Calendar();
+    calendar.SelectedDay = caption;
+    MonthGrid grid = calendar.grid();
+    MarkDay(grid, caption);
+    calendar.setGrid(grid);
+}
+
+/// A project that is still awaited counts as not chosen: the manager's window doesn't keep the user
+/// from leaving the day.
+bool saveDay(HistoryFile& history, LateReports& reports) {
+    CalendarModel& calendar = Calendar();
+    if (!calendar.isPanelShown())
+        return true;
+    calendar.endAwaiting();
+    SkipErrors step = reports.steps(QStringLiteral("SaveDayChanges"));
+    if (!step([&] { WriteDayGroups(history, calendar.DisplayedDate, calendar.groups(), step); }))
+        return false;
+    SkipErrors today(QStringLiteral("SaveDayChanges")); // an empty day is no news
+    today([] { AddDataToDayInfoDataBase(); });
+    return true;
+}
+
+QString hintFor(QDate date, QDate today) {
+    if (date == today)
+        return QStringLiteral("The times of today are kept on the control screen.");
+    return date < today ? QStringLiteral("Right-click the day to add its information.") : QString();
+}
+
+void leaveDay() {
+    CalendarModel& calendar = Calendar();
+    calendar.clearGroups();
+    calendar.setPanelShown(false);
+    calendar.DisplayedDate.clear();
+    CalendarRowKey.clear();
+    CalendarRowValue.clear();
+}
+
+/// DisplayedDate and the panel change together: whenever a save comes, it finds a day with its own
+/// rows.
+void ShowDay(int day, HistoryFile& history, LateReports& reports) {
+    CalendarModel& calendar = Calendar();
+    const MonthOfYear shown = calendar.shownMonth();
+    leaveDay();
+    calendar.DisplayDate = QDate(shown.year, shown.month, day);
+    calendar.DisplayedDate = DateText(calendar.DisplayDate);
+    const QDate today = ports.clock->today();
+    calendar.controls.setCaption(
+        QStringLiteral("lblShownDay"),
+        QLocale::c().toString(calendar.DisplayDate, QStringLiteral("dddd, MMMM d, yyyy")));
+    calendar.controls.setCaption(QStringLiteral("lblHint"), hintFor(calendar.DisplayDate, today));
+    if (calendar.DisplayDate == today)
+        return;
+    SkipErrors step = reports.steps(QStringLiteral("ShowDay"));
+    QList<DayGroup> groups;
+    step([&] { groups = ReadDayGroups(history, calendar.DisplayedDate, step); });
+    calendar.appendGroups(groups, projectChoices());
+    calendar.setPanelShown(!groups.isEmpty());
+}
+
+/// The manager's choice, for the row that CalendarRowKey names.
+void takeSelection(const QString& name, const QString& number) {
+    CalendarModel& calendar = Calendar();
+    calendar.endAwaiting();
+    if (!calendar.smuiDaysInfo.contains(projectRow + CalendarRowKey))
+        Raise(errors::BadArgument,
+              QStringLiteral("No project of the day calendar is being changed"));
+    calendar.setProject(projectRow + CalendarRowKey, name);
+    calendar.smuiDaysInfo.setValue(numberRow + CalendarRowKey, number);
+}
+
+void undoSelection() {
+    CalendarModel& calendar = Calendar();
+    const bool awaited = calendar.isAwaitingProject();
+    calendar.endAwaiting();
+    if (awaited && calendar.smuiDaysInfo.contains(projectRow + CalendarRowKey))
+        calendar.setProject(projectRow + CalendarRowKey, CalendarRowValue);
+}
+
+} // namespace
+
+void LoadDayInfo() {
+    CalendarModel& calendar = Calendar();
+    calendar.reset();
+    leaveDay();
+    calendar.ListsLocked = true;
+    calendar.controls.setChoices(QStringLiteral("YearList"),
+                                 numbers(FirstCalendarYear, LastCalendarYear));
+    calendar.controls.setChoices(QStringLiteral("MonthList"), numbers(1, 12));
+    calendar.DisplayDate = ports.clock->today();
+    calendar.setShownMonth(
+        {.month = calendar.DisplayDate.month(), .year = calendar.DisplayDate.year()});
+    calendar.ListsLocked = false;
+    showMonth();
+    const MonthGrid grid = calendar.grid();
+    for (const GridDay& day : grid.days)
+        if (day.isToday)
+            mark(day.caption);
+    calendar.controls.setCaption(QStringLiteral("lblHint"),
+                                 QStringLiteral("Choose a day before today to see its times."));
+    DayCalendarOpen = true;
+}
+
+void UnloadDayInfo() {
+    SaveDayChanges();
+    leaveDay();
+    DayCalendarOpen = false;
+}
+
+void CloseDayInfo() {
+    if (!SaveDayChanges() &&
+        MsgBox(QStringLiteral("The day could not be saved.  Close and lose its changes?"),
+               QStringLiteral("Modify DayInfo Database"), BoxIcon::Question,
+               BoxButtons::YesNo) != BoxAnswer::Yes)
+        return;
+    leaveDay(); // saved or given up; the unload has nothing more to save
+    ports.screens->unload(Screen::frmDayInfo);
+}
+
+void StepClick(const QString& key) {
+    struct Step {
+        const char* key;
+        MonthOfYear (*step)(MonthOfYear, int);
+        int by;
+    };
+    static constexpr Step steps[] = {
+        {"MonthDn", StepMonth, -1},
+        {"Monthup", StepMonth, 1},
+        {"YearDn", StepYear, -1},
+        {"YearUp", StepYear, 1},
+    };
+    const MonthOfYear shown = Calendar().shownMonth();
+    for (const Step& row : steps) {
+        if (key != QLatin1String(row.key))
+            continue;
+        const MonthOfYear stepped = row.step(shown, row.by);
+        if (stepped == shown)
+            return;
+        Calendar().setShownMonth(stepped);
+        ListsChange();
+    }
+}
+
+void ListsChange() {
+    CalendarModel& calendar = Calendar();
+    if (calendar.ListsLocked)
+        return;
+    const MonthOfYear shown = calendar.shownMonth();
+    const int day = std::min(ports.clock->today().day(), DaysInMonth(shown));
+    calendar.DisplayDate = QDate(shown.year, shown.month, day);
+    showMonth();
+}
+
+void DateLabelClick(int index) {
+    CalendarModel& calendar = Calendar();
+    const GridDay label = At(calendar.grid().days, index);
+    if (!label.visible)
+        return;
+    LateReports reports;
+    HistoryFile history;
+    const bool saved = calendar.DisplayedDate.isEmpty() || saveDay(history, reports);
+    if (saved && DayCalendarOpen) { // rolling the day up may have reported something and waited
+        mark(label.caption);
+        ShowDay(label.caption.toInt(), history, reports);
+    }
+    history.close();
+    reports.tell();
+}
+
+bool DateLabelRightClick(int index) {
+    DateLabelClick(index);
+    const CalendarModel& calendar = Calendar();
+    return DayCalendarOpen && !calendar.DisplayedDate.isEmpty() && !calendar.isPanelShown() &&
+           calendar.DisplayDate < ports.clock->today();
+}
+
+void AddDayRows() {
+    CalendarModel& calendar = Calendar();
+    if (calendar.DisplayedDate.isEmpty())
+        return;
+    calendar.setPanelShown(true);
+    calendar.appendGroups({DayGroup()}, projectChoices());
+}
+
+bool SaveDayChanges() {
+    LateReports reports;
+    HistoryFile history;
+    const bool saved = saveDay(history, reports);
+    history.close();
+    reports.tell();
+    return saved;
+}
+
+void ProjectChosen(const QString& key, int place, const QString& value) {
+    CalendarModel& calendar = Calendar();
+    CalendarRowValue = calendar.formerProject(key);
+    CalendarRowKey = key.right(1); // from the tenth group on that is another group; it stays so
+    if (place == calendar.smuiDaysInfo.item(key).choices.size() - 1) {
+        calendar.awaitProject(key);
+        ports.screens->show(Screen::frmDataBase);
+        ports.screens->bringForward(Screen::frmDataBase); // it may have been open already
+        return;
+    }
+    calendar.setProject(key, value);
+    OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
+    projects.rows.find(QStringLiteral("Project_Name = '") + value + QLatin1Char('\''));
+    calendar.smuiDaysInfo.setValue(numberRow + CalendarRowKey,
+                                   projects.rows.text(QStringLiteral("Project_Number")));
+}
+
+void TimeButtonPressed(const QString& key) {
+    if (key.startsWith(QLatin1Char('P')))
+        return;
+    CalendarRowKey = key;
+    PickNewTime(ToHoursAndMinutes(Calendar().smuiDaysInfo.value(key), 0), [](const QString& span) {
+        if (Calendar().smuiDaysInfo.contains(CalendarRowKey))
+            Calendar().smuiDaysInfo.setValue(CalendarRowKey, span);
+    });
+}
+
+void WireDayCalendar() {
+    selectionSinks.calendar = {takeSelection, undoSelection};
+    static bool wired = false;
+    if (std::exchange(wired, true))
+        return;
+    CalendarModel& calendar = Calendar();
+    QObject::connect(&calendar.controls, &KeyedItems::Clicked, &calendar, [](const QString& key) {
+        Guarded(key + QStringLiteral("_Click"), [&] { StepClick(key); });
+    });
+    QObject::connect(&calendar.controls, &KeyedItems::Chosen, &calendar, [](const QString& key) {
+        Guarded(key + QStringLiteral("_Click"), ListsChange);
+    });
+    QObject::connect(&calendar.smuiDaysInfo, &KeyedItems::Chosen, &calendar,
+                     [](const QString& key, int place, const QString& value) {
+                         Guarded(QStringLiteral("smuiDaysInfo_Change"),
+                                 [&] { ProjectChosen(key, place, value); });
+                     });
+    QObject::connect(
+        &calendar.smuiDaysInfo, &KeyedItems::ButtonPressed, &calendar, [](const QString& key) {
+            Guarded(QStringLiteral("smuiDaysInfo_ButtonClick"), [&] { TimeButtonPressed(key); });
+        });
+    QObject::connect(&calendar.mnuFile, &KeyedItems::Clicked, &calendar,
+                     [] { Guarded(QStringLiteral("mnuClose_Click"), CloseDayInfo); });
+    QObject::connect(&calendar.mnuPopup, &KeyedItems::Clicked, &calendar,
+                     [] { Guarded(QStringLiteral("mnuAddInfo_Click"), AddDayRows); });
+}
+
+} // namespace kelvrane
