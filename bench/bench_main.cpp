@@ -1,6 +1,7 @@
 // kelvrane_bench [ROWS...] [--benchmark_...]: the operations of a day against their floors, at
 // histories of 12,500, 125,000 and 1,250,000 rows. Exits 1 when a limit isn't kept.
 #include "bench_folder.h"
+#include "calendar/day_calendar.h"
 #include "floors.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
@@ -37,6 +38,7 @@ constexpr char rollUp[] = "roll-up of five projects";
 constexpr char weekView[] = "week view";
 constexpr char saveDay[] = "save the day file";
 constexpr char minuteTick[] = "minute tick";
+constexpr char calendarClick[] = "calendar click";
 constexpr char compaction[] = "backup and compaction";
 
 /// A running day of five projects on the history of one folder.
@@ -72,6 +74,7 @@ class Day {
         HiddenForm();
         FillBreakDownList();
         SetLVWColumnHeaders();
+        LoadDayInfo();
     }
     QString history() const { return InAppPath(QString::fromLatin1(files::DayHistory)); }
     QString dayFile() const { return InAppPath(QString::fromLatin1(files::DayFile)); }
@@ -134,6 +137,17 @@ void addAll(QuietPorts& quiet, int rows) {
              TMR_Minute();
          },
          {});
+    // Leaving one past day for another. The label of a day of the month, counted from 0.
+    const QDate first(present.date().year(), present.date().month(), 1);
+    const int labelOfFirst = first.dayOfWeek() % 7;
+    pair(
+        calendarClick, 15,
+        [labelOfFirst](Day&) {
+            static int clicked = 0;
+            clicked = 1 - clicked;
+            DateLabelClick(labelOfFirst + clicked);
+        },
+        [first](Day& on) { FloorTwoDays(on.history(), first, first.addDays(1)); });
     pair(
         compaction, rows > 500'000 ? 3 : 7,
         [](Day&) { CompactDatabaseFile(AppPath(), QStringLiteral("DayInfo"), true); },
@@ -162,11 +176,9 @@ int run(int argc, char** argv) {
     QuietPorts quiet(present);
     for (const int each : rows)
         addAll(quiet, each);
-    std::vector<Limit> limits = {{rollUp, 1.5, 0, false},
-                                 {weekView, 2, 0, false},
-                                 {saveDay, 2, 0, false},
-                                 {minuteTick, 0, 2, false},
-                                 {compaction, 1.3, 0, true}};
+    std::vector<Limit> limits = {{rollUp, 1.5, 0, false},      {weekView, 2, 0, false},
+                                 {saveDay, 2, 0, false},       {minuteTick, 0, 2, false},
+                                 {calendarClick, 2, 0, false}, {compaction, 1.3, 0, true}};
     std::ranges::copy(AddProjectBenchmarks(quiet, present.date()), std::back_inserter(limits));
     TableReporter table(std::move(limits));
     benchmark::RunSpecifiedBenchmarks(&table);

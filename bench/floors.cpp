@@ -117,6 +117,20 @@ qsizetype FloorWeekView(const QString& database, QDate firstDay) {
     return cells.size();
 }
 
+qsizetype FloorTwoDays(const QString& database, QDate first, QDate second) {
+    RawDatabase raw(database);
+    QStringList cells;
+    for (const QDate day : {first, second}) {
+        QSqlQuery rows =
+            raw.execute(QStringLiteral("SELECT * FROM DayInfo WHERE Date = ") + quoted(day));
+        const int fields = rows.record().count();
+        while (rows.next())
+            for (int field = 0; field < fields; ++field)
+                cells.append(rows.value(field).toString());
+    }
+    return cells.size();
+}
+
 void FloorSave(const QString& target, const QByteArray& bytes) {
     const QString temporary = target + QStringLiteral(".floor");
     const int file = open(QFile::encodeName(temporary).constData(),

@@ -13,6 +13,8 @@ namespace kelvrane::bench {
 void FloorRollUp(const QString& database, QDate day, const QStringList& projects);
 /// The week's rows, and each project's, read through Qt SQL. Returns the cells that were read.
 qsizetype FloorWeekView(const QString& database, QDate firstDay);
+/// A look at one day of the history and then at another, all fields as text. Returns the rows read.
+qsizetype FloorTwoDays(const QString& database, QDate first, QDate second);
 /// The bytes written beside the target, flushed, renamed over it, and the folder flushed.
 void FloorSave(const QString& target, const QByteArray& bytes);
 /// One pass over all projects through Qt SQL, with a search for the text in every field. True when

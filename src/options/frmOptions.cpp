@@ -3,10 +3,12 @@
 #include "options/frmOptionsFields.h"
 #include "options/options_model.h"
 #include "options/program_options.h"
+#include "widgets/captions.h"
 #include "widgets/heading_line.h"
 #include "widgets/item_mark.h"
 #include "widgets/keyed_tool_bar.h"
 #include "widgets/open_editor.h"
+#include "widgets/quiet_label.h"
 #include "widgets/tab_strip.h"
 #include "widgets/theme.h"
 
@@ -40,7 +42,7 @@ QString T(const char* text) {
 
 /// Captions stand under the headings, a little in from where the marks' focus ring begins.
 QuietLabel* CreateCaption(const QString& text, QWidget* field, QWidget* parent) {
-    auto* caption = new QuietLabel(text, parent);
+    auto* caption = new QuietLabel(ShownCaption(text), parent);
     caption->setContentsMargins(ItemMarkFocusRoom, 0, 0, 0);
     caption->setBuddy(field);
     return caption;

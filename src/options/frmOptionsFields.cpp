@@ -288,20 +288,4 @@ QWidget* CreateOptionPanel(KeyedItems* items, const QString& name, QWidget* pare
     return panel;
 }
 
-QuietLabel::QuietLabel(const QString& text, QWidget* parent) : QLabel(ShownCaption(text), parent) {
-    setTextFormat(Qt::PlainText);
-    applyColor();
-}
-
-void QuietLabel::changeEvent(QEvent* event) {
-    QLabel::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        applyColor();
-}
-
-void QuietLabel::applyColor() {
-    const QColor quiet = theme::SecondaryText(palette());
-    SetInk(this, QPalette::WindowText, quiet, quiet);
-}
-
 } // namespace kelvrane

@@ -6,8 +6,9 @@
 
 #include "platform/keyed_items.h"
 
-#include <QLabel>
-#include <QList>
+#include <QString>
+
+class QWidget;
 
 namespace kelvrane {
 
@@ -18,18 +19,5 @@ QWidget* CreateOptionControl(KeyedItems* items, const QString& key, QWidget* par
 
 /// Side by side, the controls of all items of a panel, which gives its name.
 QWidget* CreateOptionPanel(KeyedItems* items, const QString& name, QWidget* parent);
-
-/// A caption or a description in the secondary text colour of the palette there is.
-class QuietLabel : public QLabel {
-    Q_OBJECT
-  public:
-    QuietLabel(const QString& text, QWidget* parent);
-
-  protected:
-    void changeEvent(QEvent* event) override;
-
-  private:
-    void applyColor();
-};
 
 } // namespace kelvrane
