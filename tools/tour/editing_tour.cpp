@@ -1,6 +1,9 @@
 #include "editing_tour.h"
 
 #include "app/program.h"
+#include "calendar/calendar_model.h"
+#include "calendar/day_calendar.h"
+#include "frame/program_folder.h"
 #include "options/options_model.h"
 #include "records/manager_model.h"
 #include "records/record_panel.h"
@@ -8,6 +11,7 @@
 #include "timekeeping/modify_model.h"
 
 #include <QAbstractButton>
+#include <QFile>
 #include <QLineEdit>
 #include <QTabBar>
 
@@ -46,6 +50,7 @@ void EditingTour::onWorkingDay() {
     databaseManager();
     modifyEntry();
     options();
+    dayCalendar();
 }
 
 void EditingTour::databaseManager() {
@@ -105,6 +110,30 @@ void EditingTour::options() {
     picture("options-marked", Screen::frmOptions);
     Options().controls.toggle(T("chkUseIntraDayReminder"));
     ports.screens->unload(Screen::frmOptions);
+}
+
+void EditingTour::dayCalendar() {
+    ports.screens->show(Screen::frmDayInfo);
+    picture("calendar", Screen::frmDayInfo);
+    const auto clickDay = [](QDate day) {
+        const int labelOfFirst = QDate(day.year(), day.month(), 1).dayOfWeek() % 7;
+        DateLabelClick(labelOfFirst + day.day() - 1);
+    };
+    clickDay(ports.clock->today().addDays(-1));
+    picture("calendar-day", Screen::frmDayInfo);
+    Calendar().smuiDaysInfo.press(T("WORK1"));
+    picture("calendar-new-time", Screen::frmSelNewTime);
+    ports.screens->unload(Screen::frmSelNewTime);
+    Calendar().controls.click(T("MonthDn"));
+    clickDay(QDate(2026, 2, 1)); // a Sunday
+    picture("calendar-empty-day", Screen::frmDayInfo);
+    AddDayRows();
+    picture("calendar-added-rows", Screen::frmDayInfo);
+    const QString history = InAppPath(T(files::DayHistory));
+    QFile::rename(history, history + T(".away"));
+    m_album.withBoxes({{T("calendar-message"), T("OK")}}, [&] { clickDay(QDate(2026, 2, 2)); });
+    QFile::rename(history + T(".away"), history);
+    ports.screens->unload(Screen::frmDayInfo);
 }
 
 } // namespace kelvrane::tour

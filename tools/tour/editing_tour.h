@@ -27,6 +27,7 @@ class EditingTour {
     void customerBrowser();
     void modifyEntry();
     void options();
+    void dayCalendar();
 
     Album& m_album;
     Program& m_program;
