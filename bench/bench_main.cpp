@@ -39,6 +39,7 @@ constexpr char weekView[] = "week view";
 constexpr char saveDay[] = "save the day file";
 constexpr char minuteTick[] = "minute tick";
 constexpr char calendarClick[] = "calendar click";
+constexpr char calendarRunning[] = "the same on a running day";
 constexpr char compaction[] = "backup and compaction";
 
 /// A running day of five projects on the history of one folder.
@@ -140,14 +141,19 @@ void addAll(QuietPorts& quiet, int rows) {
     // Leaving one past day for another. The label of a day of the month, counted from 0.
     const QDate first(present.date().year(), present.date().month(), 1);
     const int labelOfFirst = first.dayOfWeek() % 7;
+    const auto click = [labelOfFirst] {
+        static int clicked = 0;
+        clicked = 1 - clicked;
+        DateLabelClick(labelOfFirst + clicked);
+    };
     pair(
         calendarClick, 15,
-        [labelOfFirst](Day&) {
-            static int clicked = 0;
-            clicked = 1 - clicked;
-            DateLabelClick(labelOfFirst + clicked);
+        [click](Day&) {
+            DayEntries.clear(); // a running day is rolled up on the way
+            click();
         },
         [first](Day& on) { FloorTwoDays(on.history(), first, first.addDays(1)); });
+    pair(calendarRunning, 15, [click](Day&) { click(); }, {});
     pair(
         compaction, rows > 500'000 ? 3 : 7,
         [](Day&) { CompactDatabaseFile(AppPath(), QStringLiteral("DayInfo"), true); },
@@ -178,7 +184,8 @@ int run(int argc, char** argv) {
         addAll(quiet, each);
     std::vector<Limit> limits = {{rollUp, 1.5, 0, false},      {weekView, 2, 0, false},
                                  {saveDay, 2, 0, false},       {minuteTick, 0, 2, false},
-                                 {calendarClick, 2, 0, false}, {compaction, 1.3, 0, true}};
+                                 {calendarClick, 2, 0, false}, {calendarRunning, 0, 2, false},
+                                 {compaction, 1.3, 0, true}};
     std::ranges::copy(AddProjectBenchmarks(quiet, present.date()), std::back_inserter(limits));
     TableReporter table(std::move(limits));
     benchmark::RunSpecifiedBenchmarks(&table);
