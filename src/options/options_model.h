@@ -51,7 +51,7 @@ struct OptionPage {
     const char* key;
     const char* caption;
     const char* frame;
-    const char* image; ///< lit: with "_HOT" behind it
+    const char* image;
     int helpNumber;
 };
 std::span<const OptionPage> OptionPages();

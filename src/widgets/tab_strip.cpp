@@ -16,6 +16,8 @@ namespace kelvrane {
 namespace {
 
 /// Words on the strip's own paper, a line under the current one.
+constexpr int iconSide = 18;
+
 class FlatTabBar final : public QTabBar {
   public:
     explicit FlatTabBar(QWidget* parent) : QTabBar(parent) {
@@ -31,10 +33,11 @@ class FlatTabBar final : public QTabBar {
   protected:
     QSize tabSizeHint(int tab) const override {
         const int word = fontMetrics().horizontalAdvance(plainText(tab));
-        return {word + 2 * theme::Margin, fontMetrics().height() + 2 * theme::Step + 4};
+        return {iconRoom(tab) + word + 2 * theme::Margin,
+                fontMetrics().height() + 2 * theme::Step + 4};
     }
     QSize minimumTabSizeHint(int tab) const override {
-        return {fontMetrics().averageCharWidth() * 4 + 2 * theme::Margin,
+        return {iconRoom(tab) + fontMetrics().averageCharWidth() * 4 + 2 * theme::Margin,
                 tabSizeHint(tab).height()};
     }
 
@@ -48,6 +51,7 @@ class FlatTabBar final : public QTabBar {
 
   private:
     QString plainText(int tab) const { return ShownCaption(tabText(tab)); }
+    int iconRoom(int tab) const { return tabIcon(tab).isNull() ? 0 : iconSide + theme::Step; }
 
     void paintTab(QPainter& painter, int tab) {
         const QRect place = tabRect(tab);
@@ -64,7 +68,12 @@ class FlatTabBar final : public QTabBar {
             painter.setBrush(Qt::NoBrush);
             painter.drawRoundedRect(wash, theme::Radius, theme::Radius);
         }
-        const QRect text = place.adjusted(theme::Margin - 2, 0, -theme::Margin + 2, -2);
+        const QRect content = place.adjusted(theme::Margin - 2, 0, -theme::Margin + 2, -2);
+        tabIcon(tab).paint(
+            &painter,
+            QRect(content.left(), content.center().y() - iconSide / 2, iconSide, iconSide),
+            Qt::AlignCenter, isTabEnabled(tab) ? QIcon::Normal : QIcon::Disabled);
+        const QRect text = content.adjusted(iconRoom(tab), 0, 0, 0);
         painter.setPen(!isTabEnabled(tab) ? palette().color(QPalette::Disabled, QPalette::Text)
                        : current          ? palette().color(QPalette::Text)
                                           : theme::SecondaryText(palette()));
@@ -120,7 +129,8 @@ void TabStrip::rebuild() {
         m_tabs->removeTab(m_tabs->count() - 1);
     // With its word at once: a hidden bar doesn't measure a text that is set later.
     while (m_tabs->count() < items.size())
-        m_tabs->addTab(ControlCaption(items[m_tabs->count()].caption));
+        m_tabs->addTab(theme::Icon(items[m_tabs->count()].image),
+                       ControlCaption(items[m_tabs->count()].caption));
     for (int tab = 0; tab < items.size(); ++tab) {
         m_tabs->setTabText(tab, ControlCaption(items[tab].caption));
         m_tabs->setTabData(tab, items[tab].key);
