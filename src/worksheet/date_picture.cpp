@@ -1,9 +1,10 @@
 #include "worksheet/date_picture.h"
 
+#include "worksheet/date_names.h"
+
 #include <QDate>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace kelvrane {
@@ -11,12 +12,6 @@ namespace kelvrane {
 namespace {
 
 using Kind = PictureToken::Kind;
-
-constexpr std::array<const char16_t*, 12> monthNames = {
-    u"January", u"February", u"March",     u"April",   u"May",      u"June",
-    u"July",    u"August",   u"September", u"October", u"November", u"December"};
-constexpr std::array<const char16_t*, 7> dayNames = {
-    u"Monday", u"Tuesday", u"Wednesday", u"Thursday", u"Friday", u"Saturday", u"Sunday"};
 
 constexpr double lastSerial = 2'958'466;   // 10000-01-01, which is the first one too many
 constexpr qint64 firstJulianDay = 2415019; // 1899-12-30
@@ -73,9 +68,9 @@ QString tokenText(const PictureToken& token, const MomentParts& parts, bool hasD
     case Kind::Year:
         return token.count <= 2 ? padded(parts.date.year() % 100, 2) : padded(parts.date.year(), 4);
     case Kind::Month:
-        return named(monthNames[size_t(parts.date.month() - 1)], parts.date.month(), token.count);
+        return named(MonthNames[size_t(parts.date.month() - 1)], parts.date.month(), token.count);
     case Kind::Day:
-        return named(dayNames[size_t(parts.date.dayOfWeek() - 1)], parts.date.day(), token.count);
+        return named(DayNames[size_t(parts.date.dayOfWeek() - 1)], parts.date.day(), token.count);
     case Kind::Hour:
         return padded(!hasDayHalf ? parts.hour : half == 0 ? 12 : half, token.count);
     case Kind::Minute:

@@ -1,6 +1,7 @@
 #include "worksheet/typed_date.h"
 
 #include "worksheet/cell_value.h"
+#include "worksheet/date_names.h"
 
 #include <QList>
 
@@ -9,12 +10,6 @@
 namespace kelvrane {
 
 namespace {
-
-constexpr std::array<const char16_t*, 12> monthNames = {
-    u"January", u"February", u"March",     u"April",   u"May",      u"June",
-    u"July",    u"August",   u"September", u"October", u"November", u"December"};
-constexpr std::array<const char16_t*, 7> dayNames = {
-    u"Monday", u"Tuesday", u"Wednesday", u"Thursday", u"Friday", u"Saturday", u"Sunday"};
 
 /// No date and time is longer; longer texts aren't looked at.
 constexpr qsizetype longestText = 64;
@@ -126,7 +121,7 @@ QString monthPicture(QStringView word) {
 }
 
 void MomentReader::takeDayName() {
-    if (placeOfName(dayNames, peek().text) == 0)
+    if (placeOfName(DayNames, peek().text) == 0)
         return;
     ++m_at;
     take(u',');
@@ -178,7 +173,7 @@ bool MomentReader::takeDayFirst() {
     const int day = peek().number;
     const bool hasSigns = isSign(u'-', 1);
     const Piece word = peek(hasSigns ? 2 : 1);
-    const int month = placeOfName(monthNames, word.text);
+    const int month = placeOfName(MonthNames, word.text);
     if (month == 0)
         return false;
     m_at += hasSigns ? 3 : 2;
@@ -192,7 +187,7 @@ bool MomentReader::takeDayFirst() {
 /// "January 5, 2003".
 bool MomentReader::takeMonthFirst() {
     const Piece word = peek();
-    const int month = placeOfName(monthNames, word.text);
+    const int month = placeOfName(MonthNames, word.text);
     if (month == 0 || !isNumber(1, 2))
         return false;
     const int day = peek(1).number;
@@ -221,7 +216,7 @@ bool MomentReader::takeDayHalf() {
     const bool isMorning = is(u"AM") || is(u"A");
     if (!isMorning && !is(u"PM") && !is(u"P"))
         return true;
-    if (m_hours < 1 || m_hours > 12)
+    if (m_hours > 12)
         return false;
     ++m_at;
     m_seconds += 3600.0 * ((m_hours % 12) + (isMorning ? 0 : 12) - m_hours);

@@ -2,7 +2,7 @@
 
 #include "worksheet/typed_date.h"
 
-#include <cmath>
+#include <charconv>
 
 namespace kelvrane {
 
@@ -73,7 +73,7 @@ bool NumberReader::takeSigns() {
     return !(hasSign && hasSecondSign) && !(m_isInBrackets && (hasSign || hasSecondSign));
 }
 
-/// Digits up to the point; commas only where they part thousands.
+/// Digits up to the point; commas only with three digits behind them.
 bool NumberReader::takeWhole() {
     int sinceComma = 0;
     for (;; ++m_at) {
@@ -82,7 +82,7 @@ bool NumberReader::takeWhole() {
             ++sinceComma;
         } else if (peek() == u',') {
             const bool isFirst = !m_hasCommas;
-            if (isFirst ? sinceComma < 1 || sinceComma > 3 : sinceComma != 3)
+            if (isFirst ? sinceComma == 0 : sinceComma != 3)
                 return false;
             m_hasCommas = true;
             sinceComma = 0;
@@ -147,10 +147,10 @@ std::optional<TypedNumber> NumberReader::read() {
         return {};
     if (m_isPercent)
         m_plain += "e-2"; // exact, where a division is not
-    bool isInRange = false;
-    double number = m_plain.toDouble(&isInRange);
-    if (!std::isfinite(number) || (!isInRange && number != 0))
-        return {};
+    double number = 0;
+    const auto end = m_plain.constData() + m_plain.size();
+    if (std::from_chars(m_plain.constData(), end, number).ec != std::errc())
+        return {}; // no double is that large or that small
     if (m_isNegative || m_isInBrackets)
         number = -number;
     return TypedNumber{number + 0.0, format()}; // "-0" is 0
