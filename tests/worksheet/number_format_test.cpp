@@ -91,9 +91,9 @@ TEST(NumberFormat, EveryMinuteOfADayIsThatMinute) {
     const QTime midnight(0, 0);
     for (int minute = 0; minute < 1440; ++minute) {
         const QString clock = midnight.addSecs(minute * 60).toString("h:mm");
-        EXPECT_EQ(shown(45000 + minute / 1440.0, "h:mm m/d"), clock.toStdString() + " 3/15");
-        const std::string elapsed = std::to_string(48 + minute / 60) + clock.right(3).toStdString();
-        EXPECT_EQ(shown(2 + minute / 1440.0, "[h]:mm"), elapsed);
+        EXPECT_EQ(FormatCellValue(45000 + minute / 1440.0, "h:mm m/d"), clock + " 3/15");
+        const QString elapsed = QString::number(48 + minute / 60) + clock.right(3);
+        EXPECT_EQ(FormatCellValue(2 + minute / 1440.0, "[h]:mm"), elapsed);
     }
 }
 
