@@ -47,11 +47,18 @@ ListedDatabase parsed(const QByteArray& line) {
 
 QByteArray lineOf(const ListedDatabase& database) {
     QString line = QStringList{database.Text, database.Location, database.State}.join(u';');
-    line.replace(u'\r', u' ').replace(u'\n', u' ');
+    line.replace(u'\n', u' ');
     return ToFileBytes(line);
 }
 
 } // namespace
+
+QList<ListedDatabase> Lines() {
+    QList<ListedDatabase> lines;
+    for (const QByteArray& line : readLines())
+        lines.append(parsed(line));
+    return lines;
+}
 
 QList<ListedDatabase> Read() {
     QList<ListedDatabase> databases;

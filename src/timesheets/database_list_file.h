@@ -30,11 +30,13 @@ namespace kelvrane::database_list_file {
 
 /// The databases of all lines that aren't blank, in order. Fields that a line lacks are empty.
 QList<ListedDatabase> Read();
+/// All lines, blank ones too, as calculations take them: line by line beside the items of the list.
+QList<ListedDatabase> Lines();
 /// True when a line has exactly this path.
 bool Lists(const QString& location);
 
 /// Replaces the line of that 1-based number, blank lines counted, or adds one at the end when there
-/// is no such line. In one step: the old file or the new one is there. Line breaks in the
+/// is no such line. In one step: the old file or the new one is there. Line feeds in the
 /// database's texts become blanks.
 void SetLine(int number, const ListedDatabase& database);
 /// Takes that line away; nothing when there is no such line.

@@ -192,8 +192,8 @@ class DatabaseView final : public QListView {
         painter.drawText(
             viewport()->rect().adjusted(theme::Margin, theme::Step, -theme::Margin, -theme::Step),
             Qt::AlignCenter | Qt::TextWordWrap,
-            QStringLiteral("The databases that sheets are calculated from.\nPress Enter or the "
-                           "right mouse button to add one."));
+            QStringLiteral("No databases to calculate from.\nEnter or a right click adds "
+                           "one."));
     }
 
   private:

@@ -175,8 +175,8 @@ TEST_F(DatabaseListTest, AddingAsksForAFileAndThenForItsAlias) {
 
     dialogs.expectFile(u"/3.mdb"_s);
     AddDatabase();
-    Answer(u" x;y\r\n"_s, u"/3\n.mdb"_s); // a line stays a line
-    EXPECT_EQ(File(), "a;/1.mdb;\r\n/2.MDB;/2.MDB;ACCEPT\r\n x;y  ;/3 .mdb;ACCEPT\r\n");
+    Answer(u" x;y\n"_s, u"/3\n.mdb"_s); // a line stays a line
+    EXPECT_EQ(File(), "a;/1.mdb;\r\n/2.MDB;/2.MDB;ACCEPT\r\n x;y ;/3 .mdb;ACCEPT\r\n");
 }
 
 TEST_F(DatabaseListTest, ModifyingKeepsTheStateAndMayListAFileTwice) {
