@@ -13,6 +13,7 @@
 #include "timekeeping/frmSTM.h"
 #include "timekeeping/frmSelNewTime.h"
 #include "timekeeping/modify_entry.h"
+#include "timesheets/frmSSHelper.h"
 #include "tray/frmExit.h"
 
 namespace kelvrane {
@@ -33,6 +34,7 @@ constexpr ScreenRow table[] = {
     {Screen::frmOptions, Create<frmOptions>, UnloadOptions},
     {Screen::frmSelNewTime, Create<frmSelNewTime>},
     {Screen::frmModify, Create<frmModify>, FrmModify_Unload},
+    {Screen::frmSSHelper, Create<frmSSHelper>},
     {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},
 };
 
