@@ -28,6 +28,7 @@ class QuietDialogs final : public Dialogs {
         return box.buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Cancel;
     }
     std::optional<QString> openFile(const FileQuestion&) override { return std::nullopt; }
+    std::optional<QString> saveFile(const FileQuestion&) override { return std::nullopt; }
 };
 
 class QuietScreens final : public Screens {

@@ -40,7 +40,8 @@ WINDOW_HEADERS = re.compile(
     r"|Printer\w*|Help\w+|SizeGrip|KeySequenceEdit|Wizard\w*)"
 )
 # Names that the pattern above takes in, but that belong to Core or Gui.
-CORE_HEADERS = {"QStyleHints", "QStringView", "QByteArrayView", "QAnyStringView", "QUtf8StringView"}
+CORE_HEADERS = {"QStyleHints", "QStringView", "QByteArrayView", "QAnyStringView", "QUtf8StringView",
+                "QPageLayout", "QTextLayout"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 COMMENTS = re.compile(r'//[^\n]*|/\*.*?\*/', re.DOTALL)

@@ -34,6 +34,8 @@ Program::Program(const PortChoices& choices) : m_tray(&Menus().mnuSysTray, &Menu
              .progress = &m_progress,
              .tray = &m_tray,
              .sound = &m_sound,
+             .printer = choose(choices.printer, static_cast<Printer*>(&m_printer)),
+             .volumes = &m_volumes,
              .help = &m_help,
              .updates = &m_updates,
              .events = &m_events,

@@ -11,6 +11,7 @@
 #include "platform/settings_store.h"
 #include "startup/main_program.h"
 #include "widgets/message_boxes.h"
+#include "widgets/printing.h"
 #include "widgets/progress_box.h"
 #include "widgets/real_ports.h"
 #include "widgets/tray_icon.h"
@@ -39,6 +40,7 @@ struct PortChoices {
     Clock* clock = nullptr;
     Timers* timers = nullptr;
     Dialogs* dialogs = nullptr;
+    Printer* printer = nullptr;
 };
 
 class Program : public QObject {
@@ -67,6 +69,8 @@ class Program : public QObject {
     QtEvents m_events;
     QtTimers m_timers;
     QtSound m_sound;
+    QtPrinter m_printer;
+    MountedVolumes m_volumes;
     QtClipboard m_clipboard;
     QtProcess m_process{&m_events};
     LaterHelp m_help;

@@ -8,9 +8,12 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
+
+class QPagedPaintDevice;
 
 namespace kelvrane {
 
@@ -32,6 +35,7 @@ struct FileQuestion {
     QString folder;
     QString filter;           ///< "Database Files ( *.mdb ) |*.mdb"
     QString defaultExtension; ///< ".mdb"
+    QString fileName = {};    ///< offered to save under
 };
 
 class Dialogs {
@@ -42,6 +46,8 @@ class Dialogs {
     virtual BoxAnswer ask(const Box& box) = 0;
     /// std::nullopt when cancelled.
     virtual std::optional<QString> openFile(const FileQuestion& question) = 0;
+    /// Doesn't ask about a file that exists: the caller does, in its own words.
+    virtual std::optional<QString> saveFile(const FileQuestion& question) = 0;
 };
 
 /// The small screen frmProgress: a caption line and a bar.
@@ -70,6 +76,23 @@ class Sound {
     virtual ~Sound() = default;
     /// Starts a sound file and returns at once; silent when there is no device.
     virtual void play(const QString& path) = 0;
+};
+
+class Printer {
+  public:
+    virtual ~Printer() = default;
+    /// The printer dialog. False when cancelled, and where there is no printer at all.
+    virtual bool choose(const QString& title) = 0;
+    /// Paints a document on the printer chosen last, which may be a PDF file. False when it failed.
+    virtual bool print(const QString& title,
+                       const std::function<void(QPagedPaintDevice&)>& paint) = 0;
+};
+
+class Volumes {
+  public:
+    virtual ~Volumes() = default;
+    /// "/" and the mounted volumes, as paths.
+    virtual QStringList roots() const = 0;
 };
 
 class Help {
@@ -134,6 +157,8 @@ struct Ports {
     Progress* progress = nullptr;
     Tray* tray = nullptr;
     Sound* sound = nullptr;
+    Printer* printer = nullptr;
+    Volumes* volumes = nullptr;
     Help* help = nullptr;
     Updates* updates = nullptr;
     Events* events = nullptr;

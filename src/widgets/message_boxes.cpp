@@ -130,11 +130,21 @@ BoxAnswer MessageBoxes::ask(const Box& box) {
 }
 
 std::optional<QString> MessageBoxes::openFile(const FileQuestion& question) {
+    return runFileDialog(question, false);
+}
+
+std::optional<QString> MessageBoxes::saveFile(const FileQuestion& question) {
+    return runFileDialog(question, true);
+}
+
+std::optional<QString> MessageBoxes::runFileDialog(const FileQuestion& question, bool saves) {
     const QPointer<QFileDialog> dialog =
         new QFileDialog(QApplication::activeWindow(), question.title, question.folder,
                         FileDialogFilter(question.filter));
-    dialog->setAcceptMode(QFileDialog::AcceptOpen);
-    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog->setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog->setOption(QFileDialog::DontConfirmOverwrite);
+    dialog->selectFile(question.fileName);
     QString suffix = question.defaultExtension;
     if (suffix.startsWith(QLatin1Char('.')))
         suffix.remove(0, 1);

@@ -21,12 +21,14 @@ class MessageBoxes : public Dialogs {
   public:
     BoxAnswer ask(const Box& box) override;
     std::optional<QString> openFile(const FileQuestion& question) override;
+    std::optional<QString> saveFile(const FileQuestion& question) override;
 
     /// Closes every open box as if by its frame; the calls that wait return one after the other.
     void closeAll();
     bool isOpen() const { return !m_open.isEmpty(); }
 
   private:
+    std::optional<QString> runFileDialog(const FileQuestion& question, bool saves);
     int run(QDialog* dialog);
 
     QList<QPointer<QDialog>> m_open; ///< the innermost last

@@ -11,7 +11,9 @@
 #include "records/selection_sinks.h"
 #include "timekeeping/control_model.h"
 
+#include <QBuffer>
 #include <QFile>
+#include <QPdfWriter>
 
 namespace kelvrane::testing {
 
@@ -70,6 +72,19 @@ void FakeScreens::unload(Screen screen) {
         onUnload(screen);
 }
 
+bool FakePrinter::print(const QString& title,
+                        const std::function<void(QPagedPaintDevice&)>& paint) {
+    QBuffer document;
+    document.open(QIODevice::WriteOnly);
+    {
+        QPdfWriter writer(&document);
+        paint(writer);
+    }
+    titles.append(title);
+    documents.append(document.data());
+    return true;
+}
+
 bool FakeUpdates::check(bool showMessages, bool force, const QString& fileName) {
     checks.append(force          ? QStringLiteral("force ") + fileName
                   : showMessages ? QStringLiteral("messages")
@@ -104,6 +119,8 @@ ProgramTest::ProgramTest() {
              .progress = &progress,
              .tray = &tray,
              .sound = &sound,
+             .printer = &printer,
+             .volumes = &volumes,
              .help = &help,
              .updates = &updates,
              .events = &events,

@@ -39,6 +39,9 @@ class FakeDialogs final : public Dialogs {
     void expectFile(const std::optional<QString>& path) { m_files.append(path); }
     BoxAnswer ask(const Box& box) override;
     std::optional<QString> openFile(const FileQuestion& question) override;
+    std::optional<QString> saveFile(const FileQuestion& question) override {
+        return openFile(question);
+    }
 
     QList<Box> shown;                          ///< every box, in order
     QList<FileQuestion> fileQuestions;         ///< every file dialog
@@ -99,6 +102,25 @@ class FakeSound final : public Sound {
   public:
     void play(const QString& path) override { played.append(path); }
     QStringList played;
+};
+
+/// Prints into PDF files of its own.
+class FakePrinter final : public Printer {
+  public:
+    bool choose(const QString&) override {
+        ++asked;
+        return chooses;
+    }
+    bool print(const QString& title, const std::function<void(QPagedPaintDevice&)>& paint) override;
+    bool chooses = true;
+    int asked = 0;
+    QStringList titles; ///< of what was printed
+    QList<QByteArray> documents;
+};
+
+class FakeVolumes final : public Volumes {
+  public:
+    QStringList roots() const override { return {QStringLiteral("/")}; }
 };
 
 class FakeHelp final : public Help {
@@ -180,6 +202,8 @@ class ProgramTest : public ::testing::Test {
     FakeProgress progress;
     FakeTray tray;
     FakeSound sound;
+    FakePrinter printer;
+    FakeVolumes volumes;
     FakeHelp help;
     FakeUpdates updates;
     FakeEvents events;
