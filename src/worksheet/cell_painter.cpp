@@ -107,9 +107,7 @@ class Scene {
     double columnEdge(int column) const {
         return m_layout.left(column) - m_layout.left(m_range.first.column);
     }
-    double rowEdge(int row) const {
-        return m_layout.top(row) - m_layout.top(m_range.first.row);
-    }
+    double rowEdge(int row) const { return m_layout.top(row) - m_layout.top(m_range.first.row); }
     int lastRow() const;
 
     const SheetContents& m_contents;
@@ -144,7 +142,8 @@ Scene::Scene(const SheetContents& contents, const CellRange& range)
     }
 }
 
-template <typename Visit> void ForEachCell(const CellRange& range, Visit&& visit) {
+template <typename Visit>
+void ForEachCell(const CellRange& range, Visit&& visit) {
     for (int row = range.first.row; row <= range.last.row; ++row)
         for (int column = range.first.column; column <= range.last.column; ++column)
             visit(CellAddress{row, column});
@@ -331,8 +330,8 @@ void CellPainter::paintEdge(CellAddress at, Side side, CellAddress beyond, Side 
                         : side == Side::Top   ? box.top()
                                               : box.bottom();
     // A line lies on the last pixels before its edge, the sheet's own left and top edges aside.
-    const bool isRim = vertical ? side == Side::Left && at.column == 0
-                                : side == Side::Top && at.row == 0;
+    const bool isRim =
+        vertical ? side == Side::Left && at.column == 0 : side == Side::Top && at.row == 0;
     const double start = isRim ? edge : edge - 1 - (width - 1) / 2;
     paintBorder(border,
                 vertical ? QRectF(start, box.top(), width, box.height())
@@ -406,7 +405,8 @@ void PaintGuides(QPainter& painter, const SheetContents& contents, const CellRan
     for (int row = range.first.row; row <= range.last.row; ++row)
         filler.fill({0, scene.rect({{row, 0}, {row, 0}}).bottom() - 1, whole.width(), 1}, color);
     for (int column = range.first.column; column <= range.last.column; ++column) {
-        const double right = scene.rect({{range.first.row, column}, {range.first.row, column}}).right();
+        const double right =
+            scene.rect({{range.first.row, column}, {range.first.row, column}}).right();
         filler.fill({right - 1, 0, 1, whole.height()}, color);
     }
     for (const CellRange& merge : contents.merges)

@@ -103,9 +103,9 @@ HorizontalAlign ShownAlign(const Cell& cell) {
 }
 
 QString ShownText(const Cell& cell) {
-    return IsEmpty(cell.value) ? QString()
-                               : FormatCellValue(cell.value, cell.style.numberFormat)
-                                     .left(longestWrappedText);
+    return IsEmpty(cell.value)
+               ? QString()
+               : FormatCellValue(cell.value, cell.style.numberFormat).left(longestWrappedText);
 }
 
 QString TextInRoom(const Cell& cell, const QFont& font, double room) {

@@ -145,12 +145,13 @@ void SheetPages::paint(QPainter& painter, int page) const {
     painter.translate(m_paper.topLeft());
     painter.scale(m_scale, m_scale);
     const int rim = rimPixels;
-    painter.setClipRect(QRectF(-rim, -rim, layout.size().width() + 2 * rim,
-                               band.bottom - band.top + 2 * rim),
-                        Qt::IntersectClip);
+    painter.setClipRect(
+        QRectF(-rim, -rim, layout.size().width() + 2 * rim, band.bottom - band.top + 2 * rim),
+        Qt::IntersectClip);
     if (layout.top(range.first.row) < band.top || layout.top(range.last.row + 1) > band.bottom)
-        painter.setClipRect(QRectF(-rim, 0, layout.size().width() + 2 * rim, band.bottom - band.top),
-                            Qt::IntersectClip);
+        painter.setClipRect(
+            QRectF(-rim, 0, layout.size().width() + 2 * rim, band.bottom - band.top),
+            Qt::IntersectClip);
     painter.translate(0, layout.top(range.first.row) - band.top);
     PaintCells(painter, m_contents, range);
     painter.restore();
