@@ -43,7 +43,8 @@ inline bool IsError(const CellValue& value) {
 /// Serial number of a date or moment: 2 is 1900-01-01.
 double DateSerial(QDate date);
 double MomentSerial(const QDateTime& moment);
-/// The moment of a serial number, to the nearest second; invalid outside years 1 to 9999.
+/// The moment of a serial number, to the nearest second; invalid outside years 1 to 9999. In UTC,
+/// since a local clock would skip an hour in spring.
 QDateTime MomentOfSerial(double serial);
 
 } // namespace kelvrane

@@ -1,0 +1,423 @@
+#include "worksheet/sheet_css.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace kelvrane {
+
+namespace {
+
+constexpr qsizetype mostRules = 65'536;
+constexpr qsizetype longestRule = 4096; ///< bytes of declarations for one selector
+constexpr double largestFont = 409;
+constexpr double pixelsToPoints = 0.75;
+
+bool isBlank(char letter) {
+    return letter == ' ' || letter == '\n' || letter == '\t' || letter == '\r' || letter == '\f';
+}
+
+int hexDigit(char letter) {
+    if (letter >= '0' && letter <= '9')
+        return letter - '0';
+    const char lower = static_cast<char>(letter | 0x20);
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+bool isWord(QByteArrayView text, QByteArrayView word) {
+    return text.compare(word, Qt::CaseInsensitive) == 0;
+}
+
+/// The length up to a mark that stands outside quotes, brackets and escapes.
+qsizetype lengthTo(char mark, QByteArrayView text) {
+    char quote = 0;
+    int brackets = 0;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const char letter = text[at];
+        if (letter == '\\')
+            ++at;
+        else if (quote)
+            quote = letter == quote ? '\0' : quote;
+        else if (letter == '"' || letter == '\'')
+            quote = letter;
+        else if (letter == mark && brackets <= 0)
+            return at;
+        else
+            brackets += (letter == '(') - (letter == ')');
+    }
+    return text.size();
+}
+
+/// The text up to a mark, which is cut off together with it.
+QByteArrayView takeTo(char mark, QByteArrayView& text) {
+    const qsizetype length = lengthTo(mark, text);
+    const QByteArrayView taken = text.first(length);
+    text = text.sliced(std::min(length + 1, text.size()));
+    return taken.trimmed();
+}
+
+/// The next of the words that blanks separate; empty behind the last.
+QByteArrayView takeWord(QByteArrayView& text) {
+    text = text.trimmed();
+    qsizetype length = 0;
+    int brackets = 0;
+    for (; length < text.size() && (brackets > 0 || !isBlank(text[length])); ++length)
+        brackets += (text[length] == '(') - (text[length] == ')');
+    const QByteArrayView word = text.first(length);
+    text = text.sliced(length);
+    return word;
+}
+
+enum class Codes {
+    UpToSix, ///< hexadecimal digits of an escape; a blank behind them belongs to it
+    Four,    ///< exactly, as in number formats
+};
+
+void appendCode(QString& text, char32_t code) {
+    if (code <= 0xffff)
+        text += QChar(static_cast<char16_t>(code));
+    else
+        text += QString::fromUcs4(&code, 1);
+}
+
+/// What stands behind a backslash, which is cut off.
+void unescape(QString& text, QByteArrayView& rest, Codes codes) {
+    const qsizetype most = codes == Codes::Four ? 4 : 6;
+    qsizetype digits = 0;
+    char32_t code = 0;
+    while (digits < most && digits < rest.size() && hexDigit(rest[digits]) >= 0)
+        code = code * 16 + static_cast<char32_t>(hexDigit(rest[digits++]));
+    if (digits == 0 || (codes == Codes::Four && digits < most))
+        return; // the letter behind it stands for itself
+    appendCode(text, code > 0x10ffff ? U'\ufffd' : code);
+    rest = rest.sliced(digits);
+    if (codes == Codes::UpToSix && !rest.isEmpty() && isBlank(rest[0]))
+        rest = rest.sliced(1);
+}
+
+/// The text of a value with or without quotes.
+QString stringOf(QByteArrayView value, Codes codes) {
+    if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') &&
+        value.back() == value.front())
+        value = value.sliced(1, value.size() - 2);
+    QString text;
+    while (!value.isEmpty()) {
+        const qsizetype plain = value.indexOf('\\');
+        text += QString::fromUtf8(value.first(plain < 0 ? value.size() : plain));
+        if (plain < 0)
+            break;
+        value = value.sliced(plain + 1);
+        const qsizetype before = text.size();
+        unescape(text, value, codes);
+        if (text.size() == before && !value.isEmpty() && value[0] == '\\') {
+            text += u'\\';
+            value = value.sliced(1);
+        }
+    }
+    return text;
+}
+
+int pixels(double length, int most) {
+    return static_cast<int>(std::lround(std::clamp(length, 0.0, static_cast<double>(most))));
+}
+
+void readFamily(CssBox& box, QByteArrayView value) {
+    box.style.fontFamily = stringOf(takeTo(',', value), Codes::UpToSix);
+}
+
+void readFontSize(CssBox& box, QByteArrayView value) {
+    // The words as spreadsheet programs use them for the seven sizes of a font element.
+    constexpr struct {
+        const char* word;
+        double points;
+    } sizes[] = {{"xx-small", 7}, {"x-small", 10}, {"small", 12},   {"medium", 14},
+                 {"large", 18},   {"x-large", 24}, {"xx-large", 36}};
+    for (const auto& size : sizes)
+        if (isWord(value, size.word))
+            box.style.pointSize = size.points;
+    double points = 0;
+    const auto [end, fault] = std::from_chars(value.begin(), value.end(), points);
+    if (fault != std::errc())
+        return;
+    if (!isWord(QByteArrayView(end, value.end()), "pt"))
+        points = ReadCssLength(value).value_or(0) * pixelsToPoints;
+    if (points > 0)
+        box.style.pointSize = std::clamp(points, 1.0, largestFont);
+}
+
+void readWeight(CssBox& box, QByteArrayView value) {
+    box.style.bold = isWord(value, "bold") || isWord(value, "bolder") ||
+                     (value.size() == 3 && value[0] >= '6' && value[0] <= '9');
+}
+
+void readFontStyle(CssBox& box, QByteArrayView value) {
+    box.style.italic = isWord(value, "italic") || isWord(value, "oblique");
+}
+
+void readDecoration(CssBox& box, QByteArrayView value) {
+    box.style.underline = false;
+    for (QByteArrayView word = takeWord(value); !word.isEmpty(); word = takeWord(value))
+        box.style.underline |= isWord(word, "underline");
+}
+
+void readInk(CssBox& box, QByteArrayView value) {
+    box.style.ink = ReadCssColor(value);
+}
+
+/// The colour may stand among other words: "url(x.png) #ff0000".
+void readFill(CssBox& box, QByteArrayView value) {
+    box.style.fill = CellStyle::NoColor;
+    for (QByteArrayView word = takeWord(value); !word.isEmpty(); word = takeWord(value))
+        if (const QRgb color = ReadCssColor(word); color != CellStyle::NoColor)
+            box.style.fill = color;
+}
+
+void readHorizontal(CssBox& box, QByteArrayView value) {
+    using enum HorizontalAlign;
+    box.style.horizontal = isWord(value, "left")     ? Left
+                           : isWord(value, "center") ? Center
+                           : isWord(value, "right")  ? Right
+                                                     : General;
+}
+
+void readVertical(CssBox& box, QByteArrayView value) {
+    using enum VerticalAlign;
+    box.style.vertical = isWord(value, "top") ? Top : isWord(value, "middle") ? Middle : Bottom;
+}
+
+void readWhiteSpace(CssBox& box, QByteArrayView value) {
+    box.style.wraps = isWord(value, "normal") || isWord(value, "pre-wrap");
+}
+
+void readIndent(CssBox& box, QByteArrayView value) {
+    constexpr int most = 1000;
+    if (const auto length = ReadCssLength(value))
+        box.style.indent = pixels(*length, most);
+}
+
+CellBorder borderOf(QByteArrayView value) {
+    using enum CellBorder::Line;
+    constexpr struct {
+        const char* word;
+        CellBorder::Line line;
+    } lines[] = {{"none", None},     {"hidden", None},   {"solid", Solid},  {"dashed", Dashed},
+                 {"dotted", Dotted}, {"double", Double}, {"groove", Solid}, {"ridge", Solid},
+                 {"inset", Solid},   {"outset", Solid}};
+    constexpr struct {
+        const char* word;
+        int width;
+    } widths[] = {{"thin", 1}, {"medium", 2}, {"thick", 3}};
+    CellBorder border;
+    for (QByteArrayView word = takeWord(value); !word.isEmpty(); word = takeWord(value)) {
+        const auto line =
+            std::ranges::find_if(lines, [&](auto& row) { return isWord(word, row.word); });
+        const auto width =
+            std::ranges::find_if(widths, [&](auto& row) { return isWord(word, row.word); });
+        if (line != std::end(lines))
+            border.line = line->line;
+        else if (width != std::end(widths))
+            border.width = width->width;
+        else if (const auto length = ReadCssLength(word))
+            border.width = std::max(1, pixels(*length, 9));
+        else if (const QRgb color = ReadCssColor(word); color != CellStyle::NoColor)
+            border.color = color;
+    }
+    return border;
+}
+
+void readBorder(CssBox& box, QByteArrayView value) {
+    box.style.left = box.style.top = box.style.right = box.style.bottom = borderOf(value);
+}
+
+/// The codes of a number format have four digits. Words stand for formats of their own.
+void readNumberFormat(CssBox& box, QByteArrayView value) {
+    constexpr struct {
+        const char* word;
+        const char* format;
+    } names[] = {
+        {"General", ""},
+        {"Fixed", "0.00"},
+        {"Standard", "#,##0.00"},
+        {"Percent", "0.00%"},
+        {"Scientific", "0.00E+00"},
+        {"Currency", "$#,##0.00"},
+        {"\"Short Date\"", "m/d/yyyy"},
+        {"\"Medium Date\"", "d-mmm-yy"},
+        {"\"Long Date\"", "dddd, mmmm d, yyyy"},
+        {"\"General Date\"", "m/d/yyyy h:mm"},
+        {"\"Short Time\"", "h:mm"},
+        {"\"Medium Time\"", "h:mm AM/PM"},
+        {"\"Long Time\"", "h:mm:ss AM/PM"},
+    };
+    for (const auto& name : names)
+        if (isWord(value, name.word)) {
+            box.style.numberFormat = QLatin1String(name.format);
+            return;
+        }
+    box.style.numberFormat = stringOf(value, Codes::Four);
+}
+
+void readSide(std::optional<int>& side, QByteArrayView value) {
+    if (const auto length = ReadCssLength(value))
+        side = pixels(*length, LargestCellSide);
+}
+
+struct Property {
+    QByteArrayView name;
+    void (*read)(CssBox& box, QByteArrayView value);
+};
+
+/// By name.
+constexpr Property properties[] = {
+    {"background", readFill},
+    {"background-color", readFill},
+    {"border", readBorder},
+    {"border-bottom",
+     [](CssBox& box, QByteArrayView value) { box.style.bottom = borderOf(value); }},
+    {"border-left", [](CssBox& box, QByteArrayView value) { box.style.left = borderOf(value); }},
+    {"border-right", [](CssBox& box, QByteArrayView value) { box.style.right = borderOf(value); }},
+    {"border-top", [](CssBox& box, QByteArrayView value) { box.style.top = borderOf(value); }},
+    {"color", readInk},
+    {"display", [](CssBox& box, QByteArrayView value) { box.isHidden = isWord(value, "none"); }},
+    {"font-family", readFamily},
+    {"font-size", readFontSize},
+    {"font-style", readFontStyle},
+    {"font-weight", readWeight},
+    {"height", [](CssBox& box, QByteArrayView value) { readSide(box.height, value); }},
+    {"mso-number-format", readNumberFormat},
+    {"padding-left", readIndent},
+    {"padding-right", readIndent},
+    {"text-align", readHorizontal},
+    {"text-decoration", readDecoration},
+    {"vertical-align", readVertical},
+    {"white-space", readWhiteSpace},
+    {"width", [](CssBox& box, QByteArrayView value) { readSide(box.width, value); }},
+};
+
+} // namespace
+
+void ReadDeclarations(QByteArrayView declarations, CssBox& box) {
+    constexpr QByteArrayView important = "!important";
+    while (!declarations.isEmpty()) {
+        QByteArrayView declaration = takeTo(';', declarations);
+        const QByteArrayView name = takeTo(':', declaration);
+        QByteArrayView value = declaration.trimmed();
+        if (value.size() > important.size() && isWord(value.last(important.size()), important))
+            value = value.chopped(important.size()).trimmed();
+        const QByteArray lower = name.toByteArray().toLower();
+        const auto property = std::ranges::lower_bound(properties, QByteArrayView(lower),
+                                                       std::less<>(), &Property::name);
+        if (property != std::end(properties) && property->name == lower && !value.isEmpty())
+            property->read(box, value);
+    }
+}
+
+QRgb ReadCssColor(QByteArrayView text) {
+    text = text.trimmed();
+    if (text.startsWith('#')) {
+        const QByteArrayView digits = text.sliced(1);
+        if (!std::ranges::all_of(digits, [](char digit) { return hexDigit(digit) >= 0; }))
+            return CellStyle::NoColor;
+        uint value = 0;
+        std::from_chars(digits.begin(), digits.end(), value, 16);
+        if (digits.size() == 3)
+            return qRgb((value >> 8 & 0xf) * 17, (value >> 4 & 0xf) * 17, (value & 0xf) * 17);
+        if (digits.size() == 6)
+            return 0xff000000U | value;
+        if (digits.size() == 8)
+            return value >> 8 | value << 24;
+        return CellStyle::NoColor;
+    }
+    if (text.startsWith("rgb")) {
+        int parts[3] = {};
+        int count = 0;
+        const char* at = text.begin();
+        while (at < text.end() && count < 3) {
+            const auto [next, fault] = std::from_chars(at, text.end(), parts[count]);
+            count += fault == std::errc();
+            at = fault == std::errc() ? next : at + 1;
+        }
+        return count == 3 ? qRgb(std::clamp(parts[0], 0, 255), std::clamp(parts[1], 0, 255),
+                                 std::clamp(parts[2], 0, 255))
+                          : CellStyle::NoColor;
+    }
+    if (isWord(text, "windowtext"))
+        return qRgb(0, 0, 0);
+    constexpr qsizetype longestName = 30;
+    if (text.isEmpty() || text.size() > longestName || isWord(text, "transparent"))
+        return CellStyle::NoColor;
+    const QColor named(QString::fromLatin1(text));
+    return named.isValid() ? named.rgb() : CellStyle::NoColor;
+}
+
+std::optional<double> ReadCssLength(QByteArrayView text) {
+    constexpr struct {
+        const char* unit;
+        double pixels;
+    } units[] = {{"", 1},           {"px", 1},          {"pt", 4.0 / 3}, {"in", 96},
+                 {"cm", 96 / 2.54}, {"mm", 9.6 / 2.54}, {"pc", 16},      {"em", 13}};
+    text = text.trimmed();
+    double number = 0;
+    const auto [end, fault] = std::from_chars(text.begin(), text.end(), number);
+    if (fault != std::errc() || !std::isfinite(number))
+        return std::nullopt;
+    const QByteArrayView unit(end, text.end());
+    for (const auto& row : units)
+        if (isWord(unit, row.unit))
+            return number * row.pixels;
+    return std::nullopt;
+}
+
+void StyleSheet::add(QByteArrayView css) {
+    while (!css.isEmpty()) {
+        // A comment ends at the next "*/", a rule within "@media{...}" is passed over with it.
+        css = css.trimmed();
+        if (css.startsWith("/*")) {
+            const qsizetype end = css.indexOf("*/");
+            css = end < 0 ? QByteArrayView() : css.sliced(end + 2);
+            continue;
+        }
+        if (css.startsWith("<!--") || css.startsWith("-->")) {
+            css = css.sliced(css.startsWith('<') ? 4 : 3);
+            continue;
+        }
+        const QByteArrayView selectors = takeTo('{', css);
+        const QByteArrayView declarations = takeTo('}', css);
+        if (!selectors.startsWith('@'))
+            addRule(selectors, declarations);
+    }
+}
+
+void StyleSheet::addRule(QByteArrayView selectors, QByteArrayView declarations) {
+    if (declarations.size() > longestRule)
+        return;
+    while (!selectors.isEmpty()) {
+        const QByteArray selector = takeTo(',', selectors).toByteArray();
+        const bool known = m_rules.contains(selector);
+        if (selector.isEmpty() || selector.size() > longestRule || selector.contains(' ') ||
+            (!known && m_rules.size() >= mostRules))
+            continue;
+        QByteArray& rule = m_rules[selector];
+        if (rule.size() + declarations.size() < longestRule)
+            rule.append(declarations).append(';');
+    }
+}
+
+void StyleSheet::applyRule(const QByteArray& selector, CssBox& box) const {
+    const auto rule = m_rules.constFind(selector);
+    if (rule != m_rules.cend())
+        ReadDeclarations(*rule, box);
+}
+
+void StyleSheet::apply(QByteArrayView element, QByteArrayView classes, CssBox& box) const {
+    if (m_rules.isEmpty())
+        return;
+    applyRule(element.toByteArray(), box);
+    for (QByteArrayView word = takeWord(classes); !word.isEmpty(); word = takeWord(classes)) {
+        const QByteArray selector = '.' + word.toByteArray();
+        applyRule(selector, box);
+        applyRule(element.toByteArray() + selector, box);
+    }
+}
+
+} // namespace kelvrane

@@ -1,0 +1,62 @@
+// Cell styles as the style rules of a page, out and in. The properties are those of CSS 2.1, and
+// mso-number-format, in which spreadsheet programs keep the number format.
+//
+//     StyleSheet rules;
+//     rules.add(".s1{font-weight:bold;mso-number-format:\"0\\.00\"}");
+//     CssBox box;
+//     rules.apply("td", "s1", box);
+#pragma once
+
+#include "worksheet/cell_style.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QHash>
+#include <QString>
+
+#include <optional>
+
+namespace kelvrane {
+
+/// "font-weight:bold;color:#ff0000", what a bare style has left out; "" for a bare style. Nothing
+/// in it ends a style element, a rule, or a line. ReadDeclarations gives the style back.
+QString StyleDeclarations(const CellStyle& style);
+/// "font-family:\"Arial\";font-size:10pt".
+QString FontDeclarations(const QString& family, double pointSize);
+/// "#ff0000"; with two more digits where the colour isn't opaque.
+QString CssColor(QRgb color);
+
+/// What declarations say of an element.
+struct CssBox {
+    CellStyle style;
+    std::optional<int> width; ///< CSS pixels, like the height
+    std::optional<int> height;
+    bool isHidden = false;
+};
+
+inline constexpr int LargestCellSide = 4000; ///< CSS pixels; what a page asks beyond it is cut
+
+/// Changes what the declarations name; anything that can't be read is passed over.
+void ReadDeclarations(QByteArrayView declarations, CssBox& box);
+/// "#f00", "#ff0000", "rgb(255, 0, 0)", "red"; NoColor for "transparent" and for what is no colour.
+QRgb ReadCssColor(QByteArrayView text);
+/// "12pt", "16px", "1in", "16" in CSS pixels; nothing for a percentage and what is no length.
+std::optional<double> ReadCssLength(QByteArrayView text);
+
+/// The rules of a page for single elements and classes; rules for anything else are passed over.
+class StyleSheet {
+  public:
+    /// The text of a style element.
+    void add(QByteArrayView css);
+    /// The rules of the element, of its classes, and of both together, in this order. The classes
+    /// are those of the attribute, separated by blanks.
+    void apply(QByteArrayView element, QByteArrayView classes, CssBox& box) const;
+
+  private:
+    void addRule(QByteArrayView selectors, QByteArrayView declarations);
+    void applyRule(const QByteArray& selector, CssBox& box) const;
+
+    QHash<QByteArray, QByteArray> m_rules; ///< declarations by "td", ".s1", "td.s1"
+};
+
+} // namespace kelvrane
