@@ -6,6 +6,7 @@
 
 #include <QHash>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPointer>
 
 #include <utility>
@@ -14,10 +15,11 @@ namespace kelvrane {
 
 namespace {
 
-/// Lives and dies with its menu.
+/// Lives and dies with its menu or menu bar.
 class MenuFiller final : public QObject {
   public:
-    MenuFiller(QMenu* menu, KeyedItems* items) : QObject(menu), m_menu(menu), m_items(items) {
+    MenuFiller(QWidget* menu, KeyedItems* items)
+        : QObject(menu), m_menu(menu), m_items(items), m_isBar(qobject_cast<QMenuBar*>(menu)) {
         const auto refill = [this] { fill(); };
         connect(items, &QAbstractItemModel::rowsInserted, this, refill);
         connect(items, &QAbstractItemModel::rowsRemoved, this, refill);
@@ -38,7 +40,7 @@ class MenuFiller final : public QObject {
         QHash<QString, QAction*> former;
         for (QAction* action : std::as_const(m_actions)) {
             for (QObject* owner : action->associatedObjects())
-                if (auto* menu = qobject_cast<QMenu*>(owner))
+                if (auto* menu = qobject_cast<QWidget*>(owner))
                     menu->removeAction(action);
             if (action->objectName().isEmpty() || former.contains(action->objectName()))
                 action->deleteLater();
@@ -93,26 +95,28 @@ class MenuFiller final : public QObject {
     }
 
     /// The menu that holds an item: its parent's, or the whole.
-    QMenu* menuOf(const KeyedItem& item) const {
+    QWidget* menuOf(const KeyedItem& item) const {
         const int row = m_items->rowOf(item.parent);
         QMenu* menu = row < 0 ? nullptr : m_actions[row]->menu();
         return menu == nullptr ? m_menu : menu;
     }
 
-    static void show(const KeyedItem& item, QAction* action) {
+    void show(const KeyedItem& item, QAction* action) const {
         action->setSeparator(item.kind == ItemKind::Separator);
-        action->setText(ControlCaption(item.caption));
+        action->setText(m_isBar ? item.caption.trimmed() : ControlCaption(item.caption));
         action->setToolTip(item.toolTip);
         action->setIcon(theme::Icon(item.image));
         action->setEnabled(item.enabled);
-        action->setVisible(item.visible);
+        const bool besideBar = m_isBar && item.parent.isEmpty() && item.kind != ItemKind::SubMenu;
+        action->setVisible(item.visible && !besideBar);
         action->setCheckable(item.kind == ItemKind::Check || item.kind == ItemKind::Choice ||
                              item.ticked);
         action->setChecked(item.ticked);
     }
 
-    QMenu* m_menu;
+    QWidget* m_menu;
     KeyedItems* m_items;
+    bool m_isBar;              ///< captions mark their mnemonics, and only submenus stand in it
     QList<QAction*> m_actions; ///< one for each item, in their order
 };
 
@@ -121,6 +125,10 @@ class MenuFiller final : public QObject {
 void BindMenu(QMenu* menu, KeyedItems* items) {
     menu->setToolTipsVisible(true);
     new MenuFiller(menu, items); // a child of the menu
+}
+
+void BindMenuBar(QMenuBar* bar, KeyedItems* items) {
+    new MenuFiller(bar, items);
 }
 
 } // namespace kelvrane

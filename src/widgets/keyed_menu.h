@@ -4,6 +4,7 @@
 #include "platform/keyed_items.h"
 
 class QMenu;
+class QMenuBar;
 
 namespace kelvrane {
 
@@ -11,5 +12,9 @@ namespace kelvrane {
 /// desktops show a copy. An action's object name is its key; triggering it clicks the item. Items
 /// with a parent go into the submenu of that key. The items outlive the menu.
 void BindMenu(QMenu* menu, KeyedItems* items);
+
+/// The same for a menu bar: only the submenus stand in it, and captions mark their mnemonics:
+/// "&File", "Save &As ...".
+void BindMenuBar(QMenuBar* bar, KeyedItems* items);
 
 } // namespace kelvrane
