@@ -19,6 +19,7 @@
 #include "timekeeping/frmSTM.h"
 #include "timekeeping/frmSelNewTime.h"
 #include "timekeeping/modify_entry.h"
+#include "timesheets/frmSSHelper.h"
 #include "tray/frmExit.h"
 
 namespace kelvrane {
@@ -43,6 +44,7 @@ constexpr ScreenRow table[] = {
     {Screen::frmSelFilename, Create<frmSelFilename>},
     {Screen::frmSelNewTime, Create<frmSelNewTime>},
     {Screen::frmModify, Create<frmModify>, FrmModify_Unload},
+    {Screen::frmSSHelper, Create<frmSSHelper>},
     {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},
 };
 
