@@ -18,8 +18,10 @@ namespace {
 /// Lives and dies with its menu or menu bar.
 class MenuFiller final : public QObject {
   public:
-    MenuFiller(QWidget* menu, KeyedItems* items)
-        : QObject(menu), m_menu(menu), m_items(items), m_isBar(qobject_cast<QMenuBar*>(menu)) {
+    /// Of the items below the parent, or of all where it is empty.
+    MenuFiller(QWidget* menu, KeyedItems* items, const QString& parent)
+        : QObject(menu), m_menu(menu), m_items(items), m_parent(parent),
+          m_isBar(qobject_cast<QMenuBar*>(menu)) {
         const auto refill = [this] { fill(); };
         connect(items, &QAbstractItemModel::rowsInserted, this, refill);
         connect(items, &QAbstractItemModel::rowsRemoved, this, refill);
@@ -28,7 +30,8 @@ class MenuFiller final : public QObject {
         connect(items, &QAbstractItemModel::dataChanged, this,
                 [this](const QModelIndex& first, const QModelIndex& last) {
                     for (int row = first.row(); row <= last.row() && row < m_actions.size(); ++row)
-                        show(m_items->items()[row], m_actions[row]);
+                        if (m_actions[row])
+                            show(m_items->items()[row], m_actions[row]);
                 });
         fill();
     }
@@ -39,6 +42,8 @@ class MenuFiller final : public QObject {
     void fill() {
         QHash<QString, QAction*> former;
         for (QAction* action : std::as_const(m_actions)) {
+            if (action == nullptr)
+                continue;
             for (QObject* owner : action->associatedObjects())
                 if (auto* menu = qobject_cast<QWidget*>(owner))
                     menu->removeAction(action);
@@ -49,6 +54,10 @@ class MenuFiller final : public QObject {
         }
         m_actions.clear();
         for (const KeyedItem& item : m_items->items()) {
+            if (!m_parent.isEmpty() && item.parent != m_parent) {
+                m_actions.append(nullptr);
+                continue;
+            }
             QAction* action = former.take(item.key);
             if (action != nullptr &&
                 (action->menu() != nullptr) != (item.kind == ItemKind::SubMenu)) {
@@ -63,7 +72,8 @@ class MenuFiller final : public QObject {
         for (QAction* gone : std::as_const(former))
             discard(gone);
         for (qsizetype row = 0; row < m_actions.size(); ++row)
-            menuOf(m_items->items()[row])->addAction(m_actions[row]);
+            if (m_actions[row])
+                menuOf(m_items->items()[row])->addAction(m_actions[row]);
     }
 
     QAction* create(const KeyedItem& item) {
@@ -97,7 +107,7 @@ class MenuFiller final : public QObject {
     /// The menu that holds an item: its parent's, or the whole.
     QWidget* menuOf(const KeyedItem& item) const {
         const int row = m_items->rowOf(item.parent);
-        QMenu* menu = row < 0 ? nullptr : m_actions[row]->menu();
+        QMenu* menu = row < 0 || !m_actions[row] ? nullptr : m_actions[row]->menu();
         return menu == nullptr ? m_menu : menu;
     }
 
@@ -116,19 +126,20 @@ class MenuFiller final : public QObject {
 
     QWidget* m_menu;
     KeyedItems* m_items;
+    QString m_parent;
     bool m_isBar;              ///< captions mark their mnemonics, and only submenus stand in it
-    QList<QAction*> m_actions; ///< one for each item, in their order
+    QList<QAction*> m_actions; ///< one for each item, in their order; null for those elsewhere
 };
 
 } // namespace
 
-void BindMenu(QMenu* menu, KeyedItems* items) {
+void BindMenu(QMenu* menu, KeyedItems* items, const QString& parent) {
     menu->setToolTipsVisible(true);
-    new MenuFiller(menu, items); // a child of the menu
+    new MenuFiller(menu, items, parent); // a child of the menu
 }
 
 void BindMenuBar(QMenuBar* bar, KeyedItems* items) {
-    new MenuFiller(bar, items);
+    new MenuFiller(bar, items, {});
 }
 
 } // namespace kelvrane
