@@ -8,7 +8,7 @@
 
 #include <libxml/HTMLparser.h>
 
-#include <cstdarg>
+#include <algorithm>
 #include <cstring>
 #include <exception>
 #include <memory>
@@ -75,7 +75,7 @@ class PageReader {
             of(self).forward(
                 [&](HtmlEvents& events) { events.comment(reinterpret_cast<const char*>(text)); });
         };
-        table.error = [](void* self, const char*, ...) { of(self).countFault(); };
+        table.error = noteFault;
         return table;
     }
 
@@ -99,6 +99,8 @@ class PageReader {
     void refuse(const char* sentence) {
         forward([&](HtmlEvents&) { Raise(errors::BadArgument, QString::fromLatin1(sentence)); });
     }
+
+    static void noteFault(void* self, const char*, ...) { of(self).countFault(); }
 
     void countFault() {
         m_repairs += repairCost + m_parser->nameNr;
