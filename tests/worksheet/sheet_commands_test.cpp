@@ -75,7 +75,7 @@ TEST(SheetCommands, EachIsOneStepOfUndo) {
 }
 
 TEST(SheetCommands, TogglesGoByAllCells) {
-    Sheet sheet({{"a", "b"}});
+    Sheet sheet(QList<QStringList>{{"a", "b"}});
     const CellRange range = RangeOf("A1:B1");
     ToggleFormat(sheet, RangeOf("A1"), Toggle::Bold);
     ToggleFormat(sheet, range, Toggle::Bold);
