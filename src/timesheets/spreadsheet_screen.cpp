@@ -69,7 +69,9 @@ void showCollection() {
                             : CollectionLoc + QDir::separator() + CollectionFileName);
 }
 
-void readSettings(SkipErrors& step) {
+/// A setting that is missing or no number leaves its default.
+void readSettings() {
+    SkipErrors step(QStringLiteral("frmSpreadsheet_Load"));
     StartOfWeek = stored("StartOfWeek");
     step([] { state().CalcNumDays = ToInt16(stored("CalcNumDays")); });
     SS_Template = stored("SS_Template");
@@ -348,7 +350,7 @@ void LoadSpreadsheet() {
         step([] { AddDataToDayInfoDataBase(); });
     setStartDate(ports.clock->today());
     step([] { InitSpreadsheetTables(); });
-    readSettings(step);
+    readSettings();
     sheets.smuiStatusBar.setCaption(templateName, SS_Template);
     showCollection();
     step([] { LoadDatabaseList(); });

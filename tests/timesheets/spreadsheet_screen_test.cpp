@@ -18,6 +18,9 @@ class SpreadsheetScreenTest : public SheetTest {
         listDatabases({ownLine()});
         keep("SS_Template", weekTemplate());
         keep("SortOrder", QStringLiteral("By Project"));
+        keep("CalcNumDays", QStringLiteral("7"));
+        keep("StartOfWeek", QStringLiteral("1"));
+        keep("TimeIncrements", QStringLiteral("15 Minutes"));
         WireSpreadsheet();
         load();
     }
@@ -57,7 +60,7 @@ TEST_F(SpreadsheetScreenTest, OpensWithTheSettingsAndAnEmptySheet) {
     EXPECT_EQ(status("COLLECTION_NAME"), "** Collection information not present ***");
     EXPECT_FALSE(Sheets().state.sheetShown);
     EXPECT_FALSE(Sheets().SmartToolBar.item("ADDTO_COLLECTION").enabled);
-    EXPECT_EQ(Sheets().SmartToolbox.value("WEEKSTARTDAY"), "Monday");
+    EXPECT_EQ(Sheets().SmartToolbox.value("WEEKSTARTDAY"), "Sunday");
     EXPECT_EQ(Sheets().SmartToolbox.value("CALCNUMDAYS"), "7");
     UnloadSpreadsheet();
     EXPECT_FALSE(SpreadsheetOpen);
@@ -83,8 +86,9 @@ TEST_F(SpreadsheetScreenTest, CalculateFillsTheWeekAndEachOptionRecalculates) {
     option("CALCNUMDAYS", "0");
     EXPECT_EQ(dialogs.shown.last().title, "Invalid Entry");
     EXPECT_EQ(Sheets().state.CalcNumDays, 1);
-    option("WEEKSTARTDAY", "Sunday");
-    EXPECT_EQ(StartOfWeek, "1");
+    option("WEEKSTARTDAY", "Monday");
+    EXPECT_EQ(StartOfWeek, "2");
+    EXPECT_EQ(cell("A1"), "Week 1, Jan 5 -  Jan 5");
 
     SheetDateClick(QDate(2003, 1, 6));
     EXPECT_EQ(Sheets().SmartToolBar.item("STARTDATE").caption, "1/6/2003");
