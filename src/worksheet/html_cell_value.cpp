@@ -47,10 +47,12 @@ void readX(CellSource& source, const HtmlTag& tag) {
     else if (const auto number = tag.value("x:num")) {
         source.value = numberOf(*number);
         source.isNumber = true;
-    } else if (tag.has("x:str")) {
+    } else if (const auto text = tag.value("x:str")) {
         source.isText = true;
         if (const auto exact = tag.value("data-text"))
             source.value = TextOfExact(QString::fromUtf8(*exact));
+        else if (!text->isEmpty())
+            source.value = QString::fromUtf8(*text);
     }
 }
 
