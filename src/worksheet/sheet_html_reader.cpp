@@ -1,4 +1,5 @@
 #include "platform/error.h"
+#include "worksheet/formula.h"
 #include "worksheet/html_cell_value.h"
 #include "worksheet/html_page.h"
 #include "worksheet/html_table_style.h"
@@ -272,6 +273,9 @@ void SheetReader::openCell(const HtmlTag& tag) {
         return;
     if (!tag.isBare())
         m_cell->source = CellSourceOf(tag, m_cell->range.first);
+    QString& formula = m_cell->source.formula;
+    if (!m_isOurs && !formula.isEmpty() && !Formula(formula).isValid())
+        formula.clear(); // the value it was saved with says more than #NAME?
     m_cell->cell.style = m_styles.cellStyle(tag);
     if (m_isOurs)
         m_cell->source.numberFormat.clear(); // the style has it
