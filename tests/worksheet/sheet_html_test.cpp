@@ -230,9 +230,9 @@ TEST(SheetHtml, TheLinesAreThoseThatTheComparisonReads) {
     for (const QString& rule : rules)
         EXPECT_TRUE(rule.startsWith('.')) << rule.toStdString();
     EXPECT_TRUE(lines.contains(".s1{font-style:italic}")); // in the order of the cells
-    EXPECT_TRUE(lines.contains("<td class=s1 x:str><i>Hours<br>of all</i></td>"));
+    EXPECT_TRUE(lines.contains("<td class=s1 width=64 x:str><i>Hours<br>of all</i></td>"));
     EXPECT_TRUE(
-        lines.contains("<td class=s2 x:num=\"1.5\" sdval=\"1.5\" sdnum=\"1033;0;0.00\" "
+        lines.contains("<td class=s2 width=64 x:num=\"1.5\" sdval=\"1.5\" sdnum=\"1033;0;0.00\" "
                        "x:fmla=\"=1+0.5\" data-sheets-formula=\"=1+0.5\"><b>1.50</b></td>"));
 }
 
@@ -478,6 +478,44 @@ TEST(SheetHtml, HostilePagesAreRefusedOrReadInTime) {
         EXPECT_LT(sheet.usedRange().last.row, SheetRows) << row.what;
         EXPECT_LT(sheet.usedRange().last.column, SheetColumns) << row.what;
     }
+}
+
+TEST(SheetHtml, FilesThatLibreOfficeSavedAreReadWithValuesAndLooks) {
+    const SheetContents sheet = ReadSheetHtml(saved("calc_invoice.html"));
+    const struct {
+        const char* address;
+        const char* value;
+        const char* format = "";
+    } rows[] = {
+        {"A1", "'Invoice & #NAME#"}, {"D1", "'12"}, {"D2", "'02134", "@"},
+        {"A3", "37626", "D MMM"}, {"B3", "'Z\u00fcrich\nsecond line"}, {"C3", "7.25"},
+        {"D3", "75", "[$$-409]#,##0.00"}, {"A4", "1.10416666666667", "[H]:MM"},
+        {"B4", "1234.5678"}, {"D4", "543.75", "[$$-409]#,##0.00"}, {"A5", "#DIV/0!"},
+        {"B5", "1"}, {"C5", "'ab"}, {"A6", ""},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(shown(cellAt(sheet, row.address).value), row.value) << row.address;
+        EXPECT_EQ(cellAt(sheet, row.address).style.numberFormat, row.format) << row.address;
+    }
+    EXPECT_EQ(sheet.fontFamily, "Liberation Sans");
+    EXPECT_EQ(sheet.pointSize, 10);
+    EXPECT_EQ(sheet.columnWidths, (QMap<int, int>{{0, 96}, {1, 240}, {2, 96}, {3, 96}}));
+    EXPECT_EQ(sheet.merges, QList<CellRange>{*ParseRange(u"A1:C2")});
+    EXPECT_EQ(StyleDeclarations(cellAt(sheet, "A1").style),
+              "font-size:14pt;font-weight:bold;font-style:italic;text-decoration:underline;"
+              "color:#ffffff;background:#3b78d8;text-align:center;vertical-align:middle;"
+              "border-bottom:2px solid #ff0000");
+    EXPECT_EQ(StyleDeclarations(cellAt(sheet, "C3").style), "");
+
+    // A sheet of our own that was opened and saved there.
+    const SheetContents resaved = ReadSheetHtml(saved("calc_resaved.html"));
+    EXPECT_EQ(resaved.columnWidths, (QMap<int, int>{{0, 90}, {1, 200}, {2, 64}, {3, 64}, {4, 120}}));
+    EXPECT_EQ(shown(cellAt(resaved, "B2").value), "'02134");
+    EXPECT_EQ(shown(cellAt(resaved, "D2").value), "TRUE");
+    EXPECT_EQ(shown(cellAt(resaved, "A5").value), "38353");
+    EXPECT_EQ(shown(cellAt(resaved, "E8").value), "1912.5");
+    EXPECT_TRUE(cellAt(resaved, "A1").style.italic);
+    EXPECT_EQ(resaved.spanAt({9, 4}), *ParseRange(u"D9:E10"));
 }
 
 TEST(SheetHtml, APageCutOffAnywhereIsReadAsFarAsItGoes) {
