@@ -1,6 +1,12 @@
 #include "app/screen_host.h"
 #include "calendar/day_calendar.h"
 #include "calendar/frmDayInfo.h"
+#include "collections/collection_viewer.h"
+#include "collections/file_clash.h"
+#include "collections/frmCollectionLoc.h"
+#include "collections/frmCollectionViewer.h"
+#include "collections/frmFileExists.h"
+#include "collections/frmSelFilename.h"
 #include "frame/frmDebugWindow.h"
 #include "frame/trace.h"
 #include "options/frmOptions.h"
@@ -14,6 +20,8 @@
 #include "timekeeping/frmSelNewTime.h"
 #include "timekeeping/modify_entry.h"
 #include "timesheets/frmSSHelper.h"
+#include "timesheets/frmSpreadsheet.h"
+#include "timesheets/spreadsheet_screen.h"
 #include "tray/frmExit.h"
 
 namespace kelvrane {
@@ -27,14 +35,19 @@ QWidget* Create() {
 
 constexpr ScreenRow table[] = {
     {Screen::frmBrowseForCust, Create<frmBrowseForCust>},
+    {Screen::frmCollectionLoc, Create<frmCollectionLoc>},
+    {Screen::frmCollectionViewer, Create<frmCollectionViewer>, UnloadCollectionViewer},
     {Screen::frmDataBase, Create<frmDataBase>, UnloadDataBase},
     {Screen::frmDayInfo, Create<frmDayInfo>, UnloadDayInfo},
     {Screen::frmDebugWindow, Create<frmDebugWindow>, [] { Trace().clear(); }},
     {Screen::frmExit, Create<frmExit>},
+    {Screen::frmFileExists, Create<frmFileExists>, UnloadFileExists},
     {Screen::frmOptions, Create<frmOptions>, UnloadOptions},
+    {Screen::frmSelFilename, Create<frmSelFilename>},
     {Screen::frmSelNewTime, Create<frmSelNewTime>},
     {Screen::frmModify, Create<frmModify>, FrmModify_Unload},
     {Screen::frmSSHelper, Create<frmSSHelper>},
+    {Screen::frmSpreadsheet, Create<frmSpreadsheet>, UnloadSpreadsheet},
     {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},
 };
 

@@ -39,6 +39,8 @@ struct Globals {
     QString AutoDayReminderSoundFile; // path; filled by the options screen only
     QString StartOfWeek;              // weekday as text, Sunday is 1
     QString TimeIncrements;           // "None", "15 Minutes", "30 Minutes", "1 Hour"
+    QString CollectionLoc;            // folder of the current collection, no separator at its end
+    QString CollectionFileName;       // its name without extension; both "": none yet
 
     // The day. Written by day_file, working_day and the minute tick.
     QList<DayEntry> DayEntries;       // in start order, 0-based
@@ -90,6 +92,8 @@ inline auto& AutoDayReminderValue = globals.AutoDayReminderValue;
 inline auto& AutoDayReminderSoundFile = globals.AutoDayReminderSoundFile;
 inline auto& StartOfWeek = globals.StartOfWeek;
 inline auto& TimeIncrements = globals.TimeIncrements;
+inline auto& CollectionLoc = globals.CollectionLoc;
+inline auto& CollectionFileName = globals.CollectionFileName;
 inline auto& DayEntries = globals.DayEntries;
 inline auto& CurrentEntryIndex = globals.CurrentEntryIndex;
 inline auto& ControlScreenLoaded = globals.ControlScreenLoaded;

@@ -1,5 +1,6 @@
 #include "options/sheet_options.h"
 
+#include "collections/collection_location.h"
 #include "frame/program_folder.h"
 #include "frame/settings.h"
 #include "options/options_model.h"
@@ -29,6 +30,24 @@ int dayOfPlace(qsizetype place) {
     return int((place + 1) % daysInWeek) + 1;
 }
 
+void showCollection(const QString& location, const QString& name) {
+    KeyedItems& panel = Options().smuiSpreadSheet;
+    panel.setValue(locationRow, location);
+    panel.setValue(collectionRow,
+                   name.trimmed().isEmpty() ? QString() : name + QStringLiteral(".col"));
+}
+
+/// Once a process. While the sheet screen is open, it is the one that shows the choice.
+void followCollection() {
+    static const auto connection =
+        QObject::connect(&CollectionPlace(), &CollectionLocation::Chosen, &Options(),
+                         [](const QString& location, const QString& name) {
+                             if (!SpreadsheetOpen)
+                                 showCollection(location, name);
+                         });
+    Q_UNUSED(connection)
+}
+
 /// The name of a stored day number; anything else as it is.
 QString weekStartText(const QString& day) {
     const QStringList names = Options().smuiSpreadSheet.item(weekRow).choices;
@@ -46,10 +65,8 @@ void GetSpreadSheetOptions() {
     panel.setValue(weekRow, weekStartText(stored("StartOfWeek")));
     panel.setValue(daysRow, stored("CalcNumDays"));
     panel.setValue(templateRow, stored("SS_Template"));
-    panel.setValue(locationRow, stored("CollectionLoc"));
-    const QString name = stored("CollectionFileName");
-    panel.setValue(collectionRow,
-                   name.trimmed().isEmpty() ? QString() : name + QStringLiteral(".col"));
+    showCollection(stored("CollectionLoc"), stored("CollectionFileName"));
+    followCollection();
     const bool canBrowse = ports.screens->exists(Screen::frmCollectionLoc);
     for (const QString& row : {locationRow, collectionRow}) {
         panel.setEnabled(row, canBrowse);

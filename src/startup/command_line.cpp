@@ -1,7 +1,9 @@
 #include "startup/command_line.h"
 
+#include "collections/collection_viewer.h"
 #include "frame/globals.h"
 #include "platform/ports.h"
+#include "tray/hidden_form.h"
 
 #include <QFileInfo>
 
@@ -27,12 +29,22 @@ CommandLine ParseCommandLine(const QString& Argument) {
     return {Command::Unknown, {}};
 }
 
+namespace {
+
+/// The process is the viewer's alone: no tick runs beside it, and it ends when the viewer closes.
+void viewCollection(const QString& path) {
+    UnloadHiddenForm();
+    LoadNewCollections(path);
+    ports.events->waitUntil([] { return !ports.screens->isLoaded(Screen::frmCollectionViewer); });
+}
+
+} // namespace
+
 bool ProcessCommandLine(const QString& Argument) {
     const CommandLine line = ParseCommandLine(Argument);
     switch (line.command) {
     case Command::LoadViewer:
-        MsgBox(QStringLiteral("Collections can't be viewed with this version of Kelvrane."),
-               QStringLiteral("Kelvrane"), BoxIcon::Information);
+        viewCollection(line.operand);
         return true;
     case Command::ForceUpdate:
         ports.updates->check(false, true, line.operand);

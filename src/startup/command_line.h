@@ -22,7 +22,7 @@ struct CommandLine {
 /// Reads the process's command text: all arguments joined by blanks.
 CommandLine ParseCommandLine(const QString& Argument);
 
-/// Acts on it. True when Main must end.
+/// Acts on it. True when Main must end. A collection is shown until its viewer closes.
 bool ProcessCommandLine(const QString& Argument);
 
 /// The absolute path of an existing file; "" for one that doesn't exist.

@@ -3,6 +3,7 @@
 #include "widgets/captions.h"
 #include "widgets/theme.h"
 
+#include <QMenu>
 #include <QPainter>
 
 namespace kelvrane {
@@ -11,6 +12,7 @@ namespace {
 
 constexpr int IconSide = 20;
 constexpr int Pad = 8;
+constexpr int ArrowSide = 12; // of a button that opens a menu
 
 } // namespace
 
@@ -65,7 +67,7 @@ int FlatButton::widthWith(bool word) const {
         width += iconSize().width() + (hasWord ? theme::Step : 0);
     if (hasWord)
         width += fontMetrics().horizontalAdvance(m_caption) + 2;
-    return width;
+    return menu() ? width + ArrowSide : width;
 }
 
 QSize FlatButton::sizeHint() const {
@@ -106,9 +108,16 @@ void FlatButton::paintEvent(QPaintEvent*) {
     if (hasWord) {
         const auto group = isEnabled() ? QPalette::Active : QPalette::Disabled;
         painter.setPen(palette().color(group, QPalette::WindowText));
-        const QRect place(left, 0, width() - left - Pad + 2, height());
+        const int arrow = menu() ? ArrowSide : 0;
+        const QRect place(left, 0, width() - left - Pad - arrow + 2, height());
         painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
                          fontMetrics().elidedText(m_caption, Qt::ElideRight, place.width()));
+    }
+    if (menu()) {
+        const QRect place(width() - Pad - ArrowSide + 4, (height() - ArrowSide) / 2 + 1, ArrowSide,
+                          ArrowSide);
+        theme::Icon(QStringLiteral("down"))
+            .paint(&painter, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <QHash>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPointer>
 
 #include <utility>
@@ -14,10 +15,13 @@ namespace kelvrane {
 
 namespace {
 
-/// Lives and dies with its menu.
+/// Lives and dies with its menu or menu bar.
 class MenuFiller final : public QObject {
   public:
-    MenuFiller(QMenu* menu, KeyedItems* items) : QObject(menu), m_menu(menu), m_items(items) {
+    /// Of the items below the parent, or of all where it is empty.
+    MenuFiller(QWidget* menu, KeyedItems* items, const QString& parent)
+        : QObject(menu), m_menu(menu), m_items(items), m_parent(parent),
+          m_isBar(qobject_cast<QMenuBar*>(menu)) {
         const auto refill = [this] { fill(); };
         connect(items, &QAbstractItemModel::rowsInserted, this, refill);
         connect(items, &QAbstractItemModel::rowsRemoved, this, refill);
@@ -26,7 +30,8 @@ class MenuFiller final : public QObject {
         connect(items, &QAbstractItemModel::dataChanged, this,
                 [this](const QModelIndex& first, const QModelIndex& last) {
                     for (int row = first.row(); row <= last.row() && row < m_actions.size(); ++row)
-                        show(m_items->items()[row], m_actions[row]);
+                        if (m_actions[row])
+                            show(m_items->items()[row], m_actions[row]);
                 });
         fill();
     }
@@ -37,8 +42,10 @@ class MenuFiller final : public QObject {
     void fill() {
         QHash<QString, QAction*> former;
         for (QAction* action : std::as_const(m_actions)) {
+            if (action == nullptr)
+                continue;
             for (QObject* owner : action->associatedObjects())
-                if (auto* menu = qobject_cast<QMenu*>(owner))
+                if (auto* menu = qobject_cast<QWidget*>(owner))
                     menu->removeAction(action);
             if (action->objectName().isEmpty() || former.contains(action->objectName()))
                 action->deleteLater();
@@ -47,6 +54,10 @@ class MenuFiller final : public QObject {
         }
         m_actions.clear();
         for (const KeyedItem& item : m_items->items()) {
+            if (!m_parent.isEmpty() && item.parent != m_parent) {
+                m_actions.append(nullptr);
+                continue;
+            }
             QAction* action = former.take(item.key);
             if (action != nullptr &&
                 (action->menu() != nullptr) != (item.kind == ItemKind::SubMenu)) {
@@ -61,7 +72,8 @@ class MenuFiller final : public QObject {
         for (QAction* gone : std::as_const(former))
             discard(gone);
         for (qsizetype row = 0; row < m_actions.size(); ++row)
-            menuOf(m_items->items()[row])->addAction(m_actions[row]);
+            if (m_actions[row])
+                menuOf(m_items->items()[row])->addAction(m_actions[row]);
     }
 
     QAction* create(const KeyedItem& item) {
@@ -93,34 +105,41 @@ class MenuFiller final : public QObject {
     }
 
     /// The menu that holds an item: its parent's, or the whole.
-    QMenu* menuOf(const KeyedItem& item) const {
+    QWidget* menuOf(const KeyedItem& item) const {
         const int row = m_items->rowOf(item.parent);
-        QMenu* menu = row < 0 ? nullptr : m_actions[row]->menu();
+        QMenu* menu = row < 0 || !m_actions[row] ? nullptr : m_actions[row]->menu();
         return menu == nullptr ? m_menu : menu;
     }
 
-    static void show(const KeyedItem& item, QAction* action) {
+    void show(const KeyedItem& item, QAction* action) const {
         action->setSeparator(item.kind == ItemKind::Separator);
-        action->setText(ControlCaption(item.caption));
+        action->setText(m_isBar ? item.caption.trimmed() : ControlCaption(item.caption));
         action->setToolTip(item.toolTip);
         action->setIcon(theme::Icon(item.image));
         action->setEnabled(item.enabled);
-        action->setVisible(item.visible);
+        const bool besideBar = m_isBar && item.parent.isEmpty() && item.kind != ItemKind::SubMenu;
+        action->setVisible(item.visible && !besideBar);
         action->setCheckable(item.kind == ItemKind::Check || item.kind == ItemKind::Choice ||
                              item.ticked);
         action->setChecked(item.ticked);
     }
 
-    QMenu* m_menu;
+    QWidget* m_menu;
     KeyedItems* m_items;
-    QList<QAction*> m_actions; ///< one for each item, in their order
+    QString m_parent;
+    bool m_isBar;              ///< captions mark their mnemonics, and only submenus stand in it
+    QList<QAction*> m_actions; ///< one for each item, in their order; null for those elsewhere
 };
 
 } // namespace
 
-void BindMenu(QMenu* menu, KeyedItems* items) {
+void BindMenu(QMenu* menu, KeyedItems* items, const QString& parent) {
     menu->setToolTipsVisible(true);
-    new MenuFiller(menu, items); // a child of the menu
+    new MenuFiller(menu, items, parent); // a child of the menu
+}
+
+void BindMenuBar(QMenuBar* bar, KeyedItems* items) {
+    new MenuFiller(bar, items, {});
 }
 
 } // namespace kelvrane

@@ -1,11 +1,13 @@
 #include "widgets/keyed_tool_bar.h"
 
 #include "widgets/flat_button.h"
+#include "widgets/keyed_menu.h"
 #include "widgets/open_editor.h"
 #include "widgets/theme.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QMenu>
 #include <QPainter>
 #include <QResizeEvent>
 
@@ -55,6 +57,8 @@ void KeyedToolBar::rebuild() {
     QHash<QString, FlatButton*> former = std::exchange(m_buttons, {});
     bool stretched = false;
     for (const KeyedItem& item : m_items->items()) {
+        if (!item.parent.isEmpty()) // stands in its parent's menu
+            continue;
         if (item.kind == ItemKind::Separator) {
             m_fillers.append(new SeparatorLine(this));
             m_layout->addWidget(m_fillers.last());
@@ -66,6 +70,8 @@ void KeyedToolBar::rebuild() {
             if (button == nullptr) {
                 button = new FlatButton(this);
                 button->setObjectName(item.key);
+                if (item.kind == ItemKind::SubMenu)
+                    addMenu(button, item.key);
                 connect(button, &QToolButton::clicked, this, [this, key = item.key] {
                     CommitOpenEditor();
                     m_items->click(key);
@@ -84,6 +90,14 @@ void KeyedToolBar::rebuild() {
         gone->deleteLater();
     }
     fitWords();
+}
+
+void KeyedToolBar::addMenu(FlatButton* button, const QString& key) {
+    auto* menu = new QMenu(button);
+    BindMenu(menu, m_items, key);
+    connect(menu, &QMenu::aboutToShow, menu, [] { CommitOpenEditor(); });
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::InstantPopup);
 }
 
 void KeyedToolBar::refresh(int first, int last) {

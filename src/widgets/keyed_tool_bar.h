@@ -1,4 +1,5 @@
-// A tool bar over keyed items: icon and word side by side, icons alone when there is no room.
+// A tool bar over keyed items: icon and word side by side, icons alone when there is no room. An
+// item of kind SubMenu is a button that opens the items whose parent it is.
 #pragma once
 
 #include "platform/keyed_items.h"
@@ -31,6 +32,7 @@ class KeyedToolBar : public QWidget {
 
   private:
     void rebuild();
+    void addMenu(FlatButton* button, const QString& key);
     void refresh(int first, int last);
     void showItem(const KeyedItem& item);
     void fitWords();

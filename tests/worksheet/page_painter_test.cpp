@@ -382,7 +382,7 @@ TEST(PrintSheet, PdfHasThePagesAndIsTheSameEachTime) {
     };
     for (const auto& [rows, pages] : {std::pair(5, 1), std::pair(60, 2), std::pair(200, 4)}) {
         const QByteArray pdf = print(ListOf(rows), QPageSize::A4);
-        EXPECT_TRUE(pdf.contains("/Count " + QByteArray::number(pages))) << rows;
+        EXPECT_TRUE(pdf.contains(QByteArray("/Count ").append(QByteArray::number(pages)))) << rows;
         EXPECT_EQ(pdf.size(), print(ListOf(rows), QPageSize::A4).size());
     }
 }

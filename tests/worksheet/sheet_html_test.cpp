@@ -31,7 +31,7 @@ std::string shown(const CellValue& value) {
     if (const double* number = std::get_if<double>(&value))
         return QString::number(*number, 'g', 15).toStdString();
     if (const QString* text = std::get_if<QString>(&value))
-        return "'" + text->toStdString();
+        return QString(QLatin1Char('\'') + *text).toStdString();
     if (const bool* truth = std::get_if<bool>(&value))
         return *truth ? "TRUE" : "FALSE";
     if (const CellError* error = std::get_if<CellError>(&value))

@@ -1,0 +1,34 @@
+// Whether a sheet in the editor still is what its file holds, and the question that saves it.
+//
+//     QString tempPath;
+//     if (VerifyAgainstSSData(path, ss1.HTMLData(), tempPath))
+//         PromptSaveSheetChanges(path, tempPath);
+#pragma once
+
+#include <QString>
+
+namespace kelvrane {
+
+/// In the program's folder.
+inline constexpr char SheetCheckFile[] = "BWSS_template_for_verify_0938.htm";
+
+/// True when the sheet differs from the file; it is then in a temporary file in the program's
+/// folder, whose name tempPath takes. False for an empty path, without touching a file. A saved
+/// file that has vanished differs. Failures are reported, and the answer is then False.
+bool VerifyAgainstSSData(const QString& savedPath, const QString& sheetHtml, QString& tempPath);
+
+/// Puts the temporary file in the place of the saved one, also across file systems. Raises what the
+/// file store raises; both files are then as they were.
+void ReplaceSheet(const QString& savedPath, const QString& tempPath);
+
+enum class SaveAnswer {
+    Saved,
+    Dropped, ///< the user doesn't want the changes
+    Failed,  ///< the user wants them, but the file couldn't be written; that was reported
+};
+
+/// Asks whether to save, and does it; the temporary file goes. After a failure it stays, and the
+/// sheet should stay in the editor.
+SaveAnswer PromptSaveSheetChanges(const QString& savedPath, const QString& tempPath);
+
+} // namespace kelvrane
