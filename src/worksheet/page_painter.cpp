@@ -126,10 +126,11 @@ void SheetPages::breakRows(int pageHeight) {
     while (end - top > pageHeight) {
         const auto next = std::ranges::upper_bound(edges, top + pageHeight);
         int bottom = *std::prev(next);
-        if (bottom <= top) // merged rows that no page holds: between any of them
-            bottom = layout.top(layout.rowAt(top + pageHeight));
-        if (bottom <= top) // a row that no page holds
-            bottom = top + pageHeight;
+        if (next != edges.end() && *next - bottom > pageHeight) {
+            // No page holds what comes: merged rows break between rows, a single one anywhere.
+            const int row = layout.top(layout.rowAt(top + pageHeight));
+            bottom = row > bottom ? row : top + pageHeight;
+        }
         m_bands.append({top, bottom});
         top = bottom;
     }
