@@ -302,6 +302,18 @@ TEST_F(SheetEditorTest, PaperIsWhiteInDarkPalettes) {
               QColor(0x20, 0x22, 0x25));
 }
 
+TEST(SheetEditor, GoesWhileSomethingIsTyped) {
+    Spreadsheet sheet;
+    auto editor = std::make_unique<SheetEditor>(&sheet);
+    editor->show();
+    auto* grid = editor->findChild<SheetGrid*>();
+    QTest::keyClicks(grid, QStringLiteral("12"));
+    editor->findChild<QComboBox*>(QStringLiteral("font"))->setFocus();
+    editor.reset();
+    CommitOpenEditor();
+    EXPECT_TRUE(sheet.worksheet().contents().cells.isEmpty());
+}
+
 TEST(SheetView, ShowsWhatPrintsAndScrolls) {
     SheetContents contents;
     Cell filled;
