@@ -75,10 +75,11 @@ class PageReader {
             of(self).forward(
                 [&](HtmlEvents& events) { events.comment(reinterpret_cast<const char*>(text)); });
         };
-        table.error = [](void* self, const char*, ...) { of(self).countFault(); };
+        table.error = onError; // g++ 12 makes no function of a lambda with "..."
         return table;
     }
 
+    static void onError(void* self, const char*, ...) { of(self).countFault(); }
     static PageReader& of(void* self) { return *static_cast<PageReader*>(self); }
 
     /// No exception may cross the parser's frames.
