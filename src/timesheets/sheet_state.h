@@ -3,7 +3,9 @@
 
 #include "platform/int16.h"
 
+#include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <array>
 
@@ -29,6 +31,11 @@ struct SheetState {
     std::array<SSVariable, anchor::Count> SSVariables;
     bool HasNumberColumn = true; ///< false: the sheet of this calculation shows no project numbers
 
+    // Of the database in hand, in the order of the rows; element 0 is the first project.
+    QStringList ProjectNames;
+    QStringList ProjectNumbers;
+    QList<Int16> CustomerIDs; ///< customers met in this calculation; 0: none, or beyond 16 bits
+
     Int16 DBCount;              ///< databases in the list
     Int16 SelectedDBIndex = -1; ///< 1-based, the database last clicked; -1: none
 };
@@ -40,6 +47,9 @@ inline auto& ReservedVariables = sheetState.ReservedVariables;
 inline auto& ShortDayNames = sheetState.ShortDayNames;
 inline auto& SSVariables = sheetState.SSVariables;
 inline auto& HasNumberColumn = sheetState.HasNumberColumn;
+inline auto& ProjectNames = sheetState.ProjectNames;
+inline auto& ProjectNumbers = sheetState.ProjectNumbers;
+inline auto& CustomerIDs = sheetState.CustomerIDs;
 inline auto& DBCount = sheetState.DBCount;
 inline auto& SelectedDBIndex = sheetState.SelectedDBIndex;
 

@@ -6,6 +6,7 @@
 
 #include <QHash>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPointer>
 
 #include <utility>
@@ -14,12 +15,13 @@ namespace kelvrane {
 
 namespace {
 
-/// Lives and dies with its menu.
+/// Lives and dies with its menu or menu bar.
 class MenuFiller final : public QObject {
   public:
     /// Of the items below the parent, or of all where it is empty.
-    MenuFiller(QMenu* menu, KeyedItems* items, const QString& parent)
-        : QObject(menu), m_menu(menu), m_items(items), m_parent(parent) {
+    MenuFiller(QWidget* menu, KeyedItems* items, const QString& parent)
+        : QObject(menu), m_menu(menu), m_items(items), m_parent(parent),
+          m_isBar(qobject_cast<QMenuBar*>(menu)) {
         const auto refill = [this] { fill(); };
         connect(items, &QAbstractItemModel::rowsInserted, this, refill);
         connect(items, &QAbstractItemModel::rowsRemoved, this, refill);
@@ -43,7 +45,7 @@ class MenuFiller final : public QObject {
             if (action == nullptr)
                 continue;
             for (QObject* owner : action->associatedObjects())
-                if (auto* menu = qobject_cast<QMenu*>(owner))
+                if (auto* menu = qobject_cast<QWidget*>(owner))
                     menu->removeAction(action);
             if (action->objectName().isEmpty() || former.contains(action->objectName()))
                 action->deleteLater();
@@ -103,27 +105,29 @@ class MenuFiller final : public QObject {
     }
 
     /// The menu that holds an item: its parent's, or the whole.
-    QMenu* menuOf(const KeyedItem& item) const {
+    QWidget* menuOf(const KeyedItem& item) const {
         const int row = m_items->rowOf(item.parent);
         QMenu* menu = row < 0 || !m_actions[row] ? nullptr : m_actions[row]->menu();
         return menu == nullptr ? m_menu : menu;
     }
 
-    static void show(const KeyedItem& item, QAction* action) {
+    void show(const KeyedItem& item, QAction* action) const {
         action->setSeparator(item.kind == ItemKind::Separator);
-        action->setText(ControlCaption(item.caption));
+        action->setText(m_isBar ? item.caption.trimmed() : ControlCaption(item.caption));
         action->setToolTip(item.toolTip);
         action->setIcon(theme::Icon(item.image));
         action->setEnabled(item.enabled);
-        action->setVisible(item.visible);
+        const bool besideBar = m_isBar && item.parent.isEmpty() && item.kind != ItemKind::SubMenu;
+        action->setVisible(item.visible && !besideBar);
         action->setCheckable(item.kind == ItemKind::Check || item.kind == ItemKind::Choice ||
                              item.ticked);
         action->setChecked(item.ticked);
     }
 
-    QMenu* m_menu;
+    QWidget* m_menu;
     KeyedItems* m_items;
     QString m_parent;
+    bool m_isBar;              ///< captions mark their mnemonics, and only submenus stand in it
     QList<QAction*> m_actions; ///< one for each item, in their order; null for those elsewhere
 };
 
@@ -132,6 +136,10 @@ class MenuFiller final : public QObject {
 void BindMenu(QMenu* menu, KeyedItems* items, const QString& parent) {
     menu->setToolTipsVisible(true);
     new MenuFiller(menu, items, parent); // a child of the menu
+}
+
+void BindMenuBar(QMenuBar* bar, KeyedItems* items) {
+    new MenuFiller(bar, items, {});
 }
 
 } // namespace kelvrane

@@ -4,6 +4,7 @@
 #include "platform/keyed_items.h"
 
 class QMenu;
+class QMenuBar;
 
 namespace kelvrane {
 
@@ -12,5 +13,9 @@ namespace kelvrane {
 /// with a parent go into the submenu of that key. With a parent given, only the items directly
 /// below it are the menu's. The items outlive the menu.
 void BindMenu(QMenu* menu, KeyedItems* items, const QString& parent = {});
+
+/// The same for a menu bar: only the submenus stand in it, and captions mark their mnemonics:
+/// "&File", "Save &As ...".
+void BindMenuBar(QMenuBar* bar, KeyedItems* items);
 
 } // namespace kelvrane

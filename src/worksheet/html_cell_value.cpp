@@ -47,10 +47,12 @@ void readX(CellSource& source, const HtmlTag& tag) {
     else if (const auto number = tag.value("x:num")) {
         source.value = numberOf(*number);
         source.isNumber = true;
-    } else if (tag.has("x:str")) {
+    } else if (const auto text = tag.value("x:str")) {
         source.isText = true;
         if (const auto exact = tag.value("data-text"))
             source.value = TextOfExact(QString::fromUtf8(*exact));
+        else if (!text->isEmpty())
+            source.value = QString::fromUtf8(*text);
     }
 }
 
@@ -151,6 +153,9 @@ void FillCell(Cell& cell, const CellSource& source, const QString& text, PlainCe
         cell.style.numberFormat = source.numberFormat;
     cell.formula = source.formula;
     cell.value = source.value ? *source.value : shownValue(cell, source, text, plain);
+    // Programs that mark all numbers mark an error as 0.
+    if (CellError error{}; plain == PlainCells::Text && ParseCellError(text, error))
+        cell.value = error;
 }
 
 } // namespace kelvrane

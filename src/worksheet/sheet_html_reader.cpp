@@ -57,6 +57,7 @@ class SheetReader : public HtmlEvents {
     void openCell(const HtmlTag& tag);
     void breakLine(const HtmlTag& tag);
     void openFont(const HtmlTag& tag);
+    void closeStyle();
     void closeTable();
     void closeColumnGroup();
     void closeCell();
@@ -89,6 +90,7 @@ class SheetReader : public HtmlEvents {
     int m_innerTables = 0; ///< within the cell
     int m_nextColumn = 0;
     std::optional<std::pair<int, std::optional<int>>> m_columnGroup; ///< without columns so far
+    QByteArray m_rules; ///< of a style element that is still open
     QByteArray m_covered;
 };
 
@@ -108,6 +110,7 @@ const SheetReader::Element SheetReader::elements[] = {
     {"p", &SheetReader::breakLine, nullptr},
     {"span", &SheetReader::openFont, nullptr},
     {"strong", &SheetReader::openFont, nullptr},
+    {"style", nullptr, &SheetReader::closeStyle},
     {"table", &SheetReader::openTable, &SheetReader::closeTable},
     {"td", &SheetReader::openCell, &SheetReader::closeCell},
     {"th", &SheetReader::openCell, &SheetReader::closeCell},
@@ -122,7 +125,7 @@ const SheetReader::Element* SheetReader::elementOf(QByteArrayView name) {
 }
 
 void SheetReader::opened(const HtmlTag& tag) {
-    if (const Element* element = elementOf(tag.name))
+    if (const Element* element = elementOf(tag.name); element && element->open)
         (this->*element->open)(tag);
 }
 
@@ -141,7 +144,11 @@ void SheetReader::text(QByteArrayView utf8) {
 }
 
 void SheetReader::styleText(QByteArrayView utf8) {
-    m_styles.addRules(utf8);
+    m_rules.append(utf8);
+}
+
+void SheetReader::closeStyle() {
+    m_styles.addRules(std::exchange(m_rules, {}));
 }
 
 /// Conditional comments hold the settings of the sheet.

@@ -1,0 +1,243 @@
+#include "timesheets/customer_calculation.h"
+
+#include "frame/error_report.h"
+#include "frame/globals.h"
+#include "frame/program_folder.h"
+#include "platform/ports.h"
+#include "platform/texts.h"
+#include "records/record_tables.h"
+#include "timesheets/sheet_context.h"
+#include "timesheets/sheet_files.h"
+#include "timesheets/template_scan.h"
+#include "timevalues/day_history.h"
+#include "timevalues/time_values.h"
+#include "worksheet/number_format.h"
+#include "worksheet/spreadsheet.h"
+
+#include <QHash>
+
+namespace kelvrane {
+
+namespace {
+
+const QString noCustomer = QStringLiteral("9999999"); // overflows the list of ids; that is wanted
+const QString amountFormat = QStringLiteral("$###0.00");
+const QString dayFormat = QStringLiteral("d mmm");
+
+QString dataFile(const QString& id) {
+    return AppPath() + QLatin1Char('/') + id + QStringLiteral(".dat");
+}
+
+QString cellName(int column, int row) {
+    return At(ColumnLetters, column) + QString::number(row);
+}
+
+/// Deals rows out to the files of their customers; the files are written at the end.
+class Deal {
+  public:
+    explicit Deal(CalculationErrors& errors) : m_errors(errors) {}
+
+    /// False when the rest of the database is given up: a project isn't in the project table.
+    bool take(Recordset& row) {
+        const QString name = row.text(QStringLiteral("ProjectName"));
+        if (name != m_previous && !turnTo(name))
+            return false;
+        m_files[m_id] += ToFileBytes(line(row));
+        return true;
+    }
+
+    void startDatabase() { m_previous.clear(); }
+
+    void write() {
+        for (auto file = m_files.constBegin(); file != m_files.constEnd(); ++file)
+            m_errors.step([&] { ports.files->create(dataFile(file.key()), *file); });
+    }
+
+  private:
+    /// A customer met before keeps the file that is current: the rows go to the customer met last,
+    /// and that is wanted.
+    bool turnTo(const QString& name) {
+        OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
+        if (!projects.rows.isEmpty())
+            projects.rows.find(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
+        if (projects.rows.atEnd()) {
+            MsgBox(QStringLiteral("Customer ID for project name \"") + name +
+                   QStringLiteral("\" does not exist, skipping this project."));
+            return false;
+        }
+        m_previous = name;
+        const QString id = projects.rows.text(QStringLiteral("CustInfoDBID"));
+        if (!id.isEmpty() && CustomerIDs.contains(int(id.toInt())))
+            return true;
+        m_id = id.isEmpty() ? noCustomer : id;
+        CustomerIDs.append(Int16(0));
+        m_errors.step([&] { CustomerIDs.last() = ToInt16(m_id); });
+        m_files.insert(m_id, {});
+        return true;
+    }
+
+    static QString line(Recordset& row) {
+        const double minutes = ToDouble(row.text(QStringLiteral("TotalTime"))) -
+                               ToDouble(row.text(QStringLiteral("BreakTime")));
+        return QStringList{row.text(QStringLiteral("Date")),
+                           row.text(QStringLiteral("ProjectName")),
+                           row.text(QStringLiteral("ProjectNumber")), DoubleText(minutes)}
+                   .join(QLatin1Char(';')) +
+               QLatin1Char('\n');
+    }
+
+    CalculationErrors& m_errors;
+    QString m_previous;
+    QString m_id;
+    QHash<QString, QByteArray> m_files;
+};
+
+void dealOut(SheetContext& context, Connection& history, QDate endDate, Deal& deal,
+             CalculationErrors& errors) {
+    deal.startDatabase();
+    errors.step([&] {
+        Recordset rows(history, PeriodQuery(DateFromText(context.startDate), endDate));
+        bool goesOn = true;
+        for (; goesOn && !rows.atEnd(); rows.moveNext())
+            errors.step([&] { goesOn = deal.take(rows); });
+    });
+}
+
+/// False ends the calculation: a database can't be opened.
+bool dealOutEach(SheetContext& context, QDate endDate, Deal& deal, CalculationErrors& errors) {
+    QStringList lines;
+    errors.step([&] { lines = ReadDatabaseLines(); });
+    for (int item = 0; item < context.isAccepted.size(); ++item) {
+        if (!context.isAccepted[item])
+            continue;
+        DatabaseLine line;
+        errors.step([&] { line = ReadDatabaseLine(lines, item); });
+        try {
+            Connection history(line.path);
+            dealOut(context, history, endDate, deal, errors);
+        } catch (const RuntimeError& error) {
+            if (error.number == errors::DatabaseOpen) {
+                TellMissingDatabase(line.path);
+                return false;
+            }
+            errors.report(error);
+        }
+    }
+    return true;
+}
+
+double numberOrNothing(Recordset& rows, const QString& field) {
+    const QString text = rows.text(field);
+    return text.isEmpty() ? 0 : ToDouble(text);
+}
+
+CustomerSheetFields readCustomer(Recordset& customers) {
+    const auto text = [&](const char* field) { return customers.text(QString::fromLatin1(field)); };
+    CustomerSheetFields fields;
+    fields.ID = ToInt16(text("ID"));
+    fields.Company = text("Company");
+    fields.Title = text("Title");
+    fields.FirstName = text("FirstName");
+    fields.LastName = text("LastName");
+    fields.Address1 = text("Address1");
+    fields.Address2 = text("Address2");
+    fields.City = text("City");
+    fields.State = text("State");
+    fields.ZipCode = text("ZipCode");
+    return fields;
+}
+
+/// Rate and amount of a line. An anchor in column A counts as absent; that is wanted.
+void writeAmount(SheetContext& context, Recordset& projects, const QStringList& line, int offset,
+                 double discount) {
+    if (projects.isEmpty())
+        return;
+    projects.moveFirst();
+    projects.find(QStringLiteral("Project_Name='") + At(line, 1) + QLatin1Char('\''));
+    if (projects.atEnd())
+        return;
+    const SSVariable& hours = SSVariables[anchor::Hours];
+    const SSVariable& rate = SSVariables[anchor::Rate];
+    const SSVariable& total = SSVariables[anchor::Total];
+    const double price = numberOrNothing(projects, QStringLiteral("Rate"));
+    if (rate.Col > 0)
+        context.sheet.Range(cellName(rate.Col, rate.Row + offset))
+            .setValue(FormatCellValue(price * (100 - discount) / 100, amountFormat));
+    if (total.Col > 0) {
+        const SheetRange cell = context.sheet.Range(cellName(total.Col, total.Row + offset));
+        cell.setValue(QStringLiteral("=(") + cellName(hours.Col, hours.Row + offset) +
+                      QLatin1Char('*') + cellName(rate.Col, rate.Row + offset) + QLatin1Char(')'));
+        cell.setValue(FormatCellValue(ToDouble(cell.Value()), amountFormat));
+    }
+}
+
+void writeLine(SheetContext& context, Recordset& projects, const QStringList& line, int offset,
+               double discount, const QString& increment) {
+    const SSVariable& day = SSVariables[anchor::Day];
+    const SSVariable& name = SSVariables[anchor::Name];
+    const SSVariable& hours = SSVariables[anchor::Hours];
+    if (day.Col != -1) {
+        const SheetRange cell = context.sheet.Range(cellName(day.Col, day.Row + offset));
+        cell.setNumberFormat(dayFormat);
+        const QDate date = DateFromText(At(line, 0));
+        cell.setValue(date.isValid() ? FormatCellValue(DateSerial(date), dayFormat) : line[0]);
+    }
+    context.sheet.Range(cellName(name.Col, name.Row + offset)).setValue(At(line, 1));
+    const SheetRange cell = context.sheet.Range(cellName(hours.Col, hours.Row + offset));
+    cell.setValue(RoundToIncrement(float(ToDouble(At(line, 3))), increment));
+    cell.setHorizontalAlignment(SheetRange::Center);
+    writeAmount(context, projects, line, offset, discount);
+}
+
+QList<QStringList> readDataFile(const QString& path) {
+    QList<QStringList> lines;
+    for (const QString& line : FromFileBytes(ports.files->read(path)).split(QLatin1Char('\n')))
+        if (!line.isEmpty())
+            lines.append(line.split(QLatin1Char(';')));
+    return lines;
+}
+
+void buildSheet(SheetContext& context, OpenTable& customers, OpenTable& projects, Int16 id,
+                const QString& increment) {
+    customers.rows.moveFirst();
+    customers.rows.find(QStringLiteral("ID = '") + QString::number(id) + QLatin1Char('\''));
+    const CustomerSheetFields fields = readCustomer(customers.rows);
+    const double discount = numberOrNothing(customers.rows, QStringLiteral("Discount"));
+    FillCustomerVariables(context.sheet, fields);
+    const QString data = dataFile(QString::number(id));
+    int offset = 0;
+    for (const QStringList& line : readDataFile(data))
+        writeLine(context, projects.rows, line, offset++, discount, increment);
+    context.addSheet(fields.Company);
+    ports.files->remove(data, true);
+}
+
+} // namespace
+
+void SetUpByCustomerCalculations(SheetContext& context, QDate endDate, const QString& increment) {
+    CalculationErrors errors(QStringLiteral("SetUpByCustomerCalculations"));
+    CustomerIDs.clear();
+    Deal deal(errors);
+    if (!dealOutEach(context, endDate, deal, errors))
+        return;
+    deal.write();
+    context.noData = CustomerIDs.isEmpty();
+    if (!context.noData)
+        errors.step([&] { BuildCustomerSheets(context, increment); });
+}
+
+void BuildCustomerSheets(SheetContext& context, const QString& increment) {
+    const QString copy = InAppPath(QString::fromLatin1(sheet_files::CustomerCopy));
+    ports.files->create(copy, SheetFileBytes(context.sheet));
+    OpenTable customers(ProjectDatabase, QStringLiteral("CustomerInfo"), Recordset::ReadOnly);
+    OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
+    for (const Int16 id : std::as_const(CustomerIDs)) {
+        context.sheet.setHTMLURL(context.templatePath);
+        if (customers.rows.isEmpty())
+            break;
+        buildSheet(context, customers, projects, id, increment);
+    }
+    ports.files->remove(copy, true);
+}
+
+} // namespace kelvrane

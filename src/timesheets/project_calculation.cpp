@@ -1,0 +1,173 @@
+#include "timesheets/project_calculation.h"
+
+#include "frame/error_report.h"
+#include "frame/program_folder.h"
+#include "platform/ports.h"
+#include "platform/recordset.h"
+#include "platform/texts.h"
+#include "timesheets/sheet_context.h"
+#include "timesheets/sheet_files.h"
+#include "timesheets/template_variables.h"
+#include "timevalues/day_history.h"
+#include "timevalues/time_values.h"
+#include "worksheet/spreadsheet.h"
+
+#include <QScopeGuard>
+
+namespace kelvrane {
+
+namespace {
+
+constexpr int totalColumns = 7; // a week of day columns, whatever the period
+
+/// "C5"; raises Subscript for a column beyond the table of letters.
+QString cellName(int column, int row) {
+    return At(ColumnLetters, column) + QString::number(row);
+}
+
+void writeHours(SheetContext& context, Recordset& rows, int project, const QString& increment,
+                CalculationErrors& errors) {
+    const SSVariable& hours = SSVariables[anchor::Hours];
+    const QDate start = DateFromText(context.startDate);
+    for (; !rows.atEnd(); rows.moveNext())
+        errors.step([&] {
+            const double minutes = ToDouble(rows.text(QStringLiteral("TotalTime"))) -
+                                   ToDouble(rows.text(QStringLiteral("BreakTime")));
+            const qint64 day = start.daysTo(rows.value(QStringLiteral("Date")).toDate());
+            const SheetRange cell =
+                context.sheet.Range(cellName(int(hours.Col + day), hours.Row + project));
+            cell.setValue(RoundToIncrement(float(minutes), increment));
+            cell.setHorizontalAlignment(SheetRange::Center);
+        });
+}
+
+void writeProject(SheetContext& context, Connection& history, int project, QDate endDate,
+                  const QString& increment, CalculationErrors& errors) {
+    const SSVariable& name = SSVariables[anchor::Name];
+    const SSVariable& number = SSVariables[anchor::Number];
+    errors.step([&] {
+        context.sheet.Range(cellName(name.Col, name.Row + project))
+            .setValue(QLatin1Char('\'') + ProjectNames[project]);
+    });
+    if (HasNumberColumn)
+        errors.step([&] {
+            context.sheet.Range(cellName(number.Col, number.Row + project))
+                .setValue(QLatin1Char('\'') + ProjectNumbers[project]);
+        });
+    errors.step([&] {
+        Recordset rows(history, ProjectPeriodQuery(ProjectNames[project],
+                                                   DateFromText(context.startDate), endDate) +
+                                    QStringLiteral(" ORDER BY Date"));
+        writeHours(context, rows, project, increment, errors);
+    });
+}
+
+/// The distinct projects of the period, in the order of their rows.
+void collectProjects(Recordset& rows) {
+    for (; !rows.atEnd(); rows.moveNext()) {
+        const QString name = rows.text(QStringLiteral("ProjectName"));
+        if (!ProjectNames.isEmpty() && ProjectNames.last() == name)
+            continue;
+        ProjectNames.append(name);
+        ProjectNumbers.append(rows.text(QStringLiteral("ProjectNumber")));
+    }
+}
+
+/// False when the table has no rows at all: later databases aren't reached then, and that is
+/// wanted.
+bool fillFrom(SheetContext& context, const DatabaseLine& line, Connection& history, QDate endDate,
+              const QString& increment, CalculationErrors& errors) {
+    bool hasRows = true;
+    errors.step([&] { hasRows = Recordset(history, QStringLiteral("DayInfo")).count() > 0; });
+    if (!hasRows)
+        return false;
+    errors.step([&] {
+        Recordset rows(history, PeriodQuery(DateFromText(context.startDate), endDate));
+        collectProjects(rows);
+    });
+    for (int project = 0; project < ProjectNames.size(); ++project) {
+        writeProject(context, history, project, endDate, increment, errors);
+        errors.step([&] { WriteRowTotals(context); });
+        errors.step([&] { WriteColumnTotals(context); });
+        if (context.accepted() > 1)
+            errors.step([&] { context.addSheet(line.alias); });
+    }
+    return true;
+}
+
+void putAlias(SheetContext& context, const QString& alias) {
+    QString html = context.sheet.HTMLData();
+    context.sheet.setHTMLData(html.replace(QLatin1String("#ALIAS#"), alias));
+}
+
+/// False ends the calculation: the database can't be opened.
+bool fillEach(SheetContext& context, const QStringList& lines, QDate endDate,
+              const QString& increment, CalculationErrors& errors) {
+    const QString scanned = InAppPath(QString::fromLatin1(sheet_files::ScannedTemplate));
+    for (int item = 0; item < context.isAccepted.size(); ++item) {
+        if (!context.isAccepted[item])
+            continue;
+        errors.step([&] { context.sheet.setHTMLURL(scanned); });
+        ProjectNames.clear();
+        ProjectNumbers.clear();
+        DatabaseLine line;
+        errors.step([&] { line = ReadDatabaseLine(lines, item); });
+        errors.step([&] { putAlias(context, line.alias); });
+        try {
+            Connection history(line.path);
+            if (!fillFrom(context, line, history, endDate, increment, errors))
+                return true;
+        } catch (const RuntimeError& error) {
+            if (error.number == errors::DatabaseOpen) {
+                TellMissingDatabase(line.path);
+                return false;
+            }
+            errors.report(error);
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+void SetUpByProjectCalculations(SheetContext& context, QDate endDate, const QString& increment) {
+    CalculationErrors errors(QStringLiteral("SetUpByProjectCalculations"));
+    const QString scanned = InAppPath(QString::fromLatin1(sheet_files::ScannedTemplate));
+    errors.step([&] { ports.files->writeAtomically(scanned, SheetFileBytes(context.sheet)); });
+    QStringList lines;
+    errors.step([&] { lines = ReadDatabaseLines(); });
+    if (fillEach(context, lines, endDate, increment, errors))
+        errors.step([&] { ports.files->remove(scanned, true); });
+}
+
+void WriteRowTotals(SheetContext& context) {
+    const SSVariable& hours = SSVariables[anchor::Hours];
+    const SSVariable& under = SSVariables[anchor::VTotal];
+    const SSVariable& behind = SSVariables[anchor::HTotal];
+    if (under.Row < 1)
+        return;
+    for (int row = hours.Row; row < under.Row; ++row) {
+        const SheetRange total = context.sheet.Range(cellName(under.Col + totalColumns, row));
+        total.setFormula(QStringLiteral("=SUM(") + cellName(hours.Col, row) + QLatin1Char(':') +
+                         cellName(behind.Col - 1, row) + QLatin1Char(')'));
+        total.setHorizontalAlignment(SheetRange::Center);
+        if (total.Value() == u"0")
+            total.setValue(QString());
+    }
+}
+
+void WriteColumnTotals(SheetContext& context) {
+    const SSVariable& hours = SSVariables[anchor::Hours];
+    const SSVariable& under = SSVariables[anchor::VTotal];
+    const SSVariable& behind = SSVariables[anchor::HTotal];
+    if (behind.Row < 1)
+        return;
+    for (int column = under.Col; column < behind.Col; ++column) {
+        const SheetRange total = context.sheet.Range(cellName(column, under.Row));
+        total.setFormula(QStringLiteral("=SUM(") + cellName(column, hours.Row) + QLatin1Char(':') +
+                         cellName(column, under.Row - 1) + QLatin1Char(')'));
+        total.setHorizontalAlignment(SheetRange::Center);
+    }
+}
+
+} // namespace kelvrane

@@ -1,0 +1,47 @@
+#include "timesheets/sheet_context.h"
+
+#include "frame/error_report.h"
+#include "frame/program_folder.h"
+#include "platform/ports.h"
+#include "platform/texts.h"
+
+namespace kelvrane {
+
+void CalculationErrors::report(const RuntimeError& error) {
+    const QString text = QString::number(error.number) + error.description;
+    if (m_told.contains(text))
+        return; // a column off the sheet would be told for each of its cells
+    m_told.append(text);
+    ReportError(error, m_routine);
+}
+
+bool CalculationErrors::step(const std::function<void()>& statement) {
+    try {
+        statement();
+        return true;
+    } catch (const RuntimeError& error) {
+        report(error);
+        return false;
+    }
+}
+
+void TellMissingDatabase(const QString& path) {
+    MsgBox(path +
+               QStringLiteral(" does not exist.  Please modify the Select Database Output window "
+                              "and then recalculate the spread sheet again."),
+           QStringLiteral("Invalid file path"), BoxIcon::Stop);
+}
+
+DatabaseLine ReadDatabaseLine(const QStringList& lines, int item) {
+    const QStringList fields = At(lines, item).split(QLatin1Char(';'));
+    return {At(fields, 0), At(fields, 1)};
+}
+
+QStringList ReadDatabaseLines() {
+    QString text =
+        FromFileBytes(ports.files->read(InAppPath(QString::fromLatin1(files::DatabaseList))));
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    return text.split(QLatin1Char('\n'));
+}
+
+} // namespace kelvrane
