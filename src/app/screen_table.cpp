@@ -20,6 +20,8 @@
 #include "timekeeping/frmSelNewTime.h"
 #include "timekeeping/modify_entry.h"
 #include "timesheets/frmSSHelper.h"
+#include "timesheets/frmSpreadsheet.h"
+#include "timesheets/spreadsheet_screen.h"
 #include "tray/frmExit.h"
 
 namespace kelvrane {
@@ -45,6 +47,7 @@ constexpr ScreenRow table[] = {
     {Screen::frmSelNewTime, Create<frmSelNewTime>},
     {Screen::frmModify, Create<frmModify>, FrmModify_Unload},
     {Screen::frmSSHelper, Create<frmSSHelper>},
+    {Screen::frmSpreadsheet, Create<frmSpreadsheet>, UnloadSpreadsheet},
     {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},
 };
 

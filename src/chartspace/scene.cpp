@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 
 namespace kelvrane::chartspace {
 
@@ -100,10 +99,10 @@ void Scene::paint(QPainter& painter) const {
 }
 
 std::optional<Hit> Scene::hitTest(const QPointF& point) const {
-    for (const Mark& mark : std::views::reverse(m_marks)) {
-        if (mark.series >= 0 && mark.outline.boundingRect().contains(point) &&
-            mark.outline.containsPoint(point, Qt::OddEvenFill))
-            return Hit{mark.series, mark.category, tipText(mark.series, mark.category)};
+    for (auto mark = m_marks.crbegin(); mark != m_marks.crend(); ++mark) {
+        if (mark->series >= 0 && mark->outline.boundingRect().contains(point) &&
+            mark->outline.containsPoint(point, Qt::OddEvenFill))
+            return Hit{mark->series, mark->category, tipText(mark->series, mark->category)};
     }
     return std::nullopt;
 }

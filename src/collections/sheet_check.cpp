@@ -15,7 +15,7 @@ bool VerifyAgainstSSData(const QString& savedPath, const QString& sheetHtml, QSt
     const QString routine = QStringLiteral("VerifyAgainstSSData");
     SkipErrors step = ReportingSteps(routine);
     SkipErrors quiet(routine);
-    tempPath = InAppPath(QStringLiteral("BWSS_template_for_verify_0938.htm"));
+    tempPath = InAppPath(QString::fromLatin1(SheetCheckFile));
     const QByteArray current = SheetBytes(sheetHtml);
     bool differs = false;
     if (!step([&] { ReplaceFile(tempPath, current); }))

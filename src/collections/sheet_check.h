@@ -9,6 +9,9 @@
 
 namespace kelvrane {
 
+/// In the program's folder.
+inline constexpr char SheetCheckFile[] = "BWSS_template_for_verify_0938.htm";
+
 /// True when the sheet differs from the file; it is then in a temporary file in the program's
 /// folder, whose name tempPath takes. False for an empty path, without touching a file. A saved
 /// file that has vanished differs. Failures are reported, and the answer is then False.

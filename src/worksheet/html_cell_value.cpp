@@ -153,6 +153,9 @@ void FillCell(Cell& cell, const CellSource& source, const QString& text, PlainCe
         cell.style.numberFormat = source.numberFormat;
     cell.formula = source.formula;
     cell.value = source.value ? *source.value : shownValue(cell, source, text, plain);
+    // Programs that mark all numbers mark an error as 0.
+    if (CellError error{}; plain == PlainCells::Text && ParseCellError(text, error))
+        cell.value = error;
 }
 
 } // namespace kelvrane

@@ -84,20 +84,25 @@ class PageReader {
     /// No exception may cross the parser's frames.
     template <typename Event>
     void forward(Event&& event) {
-        if (m_error || m_done)
-            return;
-        try {
-            event(m_events);
-        } catch (...) {
-            m_error = std::current_exception();
+        if (!m_done) {
+            try {
+                event(m_events);
+                m_done = !m_events.wantsMore();
+            } catch (...) {
+                m_error = std::current_exception();
+                m_done = true;
+            }
         }
-        m_done = m_error || !m_events.wantsMore();
         if (m_done)
             xmlStopParser(m_parser.get());
     }
 
+    /// The parser ends at its next event; it can't be stopped while it asks for more.
     void refuse(const char* sentence) {
-        forward([&](HtmlEvents&) { Raise(errors::BadArgument, QString::fromLatin1(sentence)); });
+        if (!m_done)
+            m_error = std::make_exception_ptr(RuntimeError(
+                errors::BadArgument, QStringLiteral("Kelvrane"), QString::fromLatin1(sentence)));
+        m_done = true;
     }
 
     static void noteFault(void* self, const char*, ...) { of(self).countFault(); }

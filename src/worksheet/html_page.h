@@ -20,6 +20,7 @@ struct HtmlTag {
 
     /// The value, empty for an attribute without one; nothing when there is no such attribute.
     std::optional<QByteArrayView> value(QByteArrayView attribute) const;
+    bool isBare() const { return !*attributes; }
     bool has(QByteArrayView attribute) const { return value(attribute).has_value(); }
 };
 
@@ -31,7 +32,8 @@ class HtmlEvents {
     virtual void closed(QByteArrayView name) = 0;
     /// A text comes in as many pieces as the parser likes; blanks as they stand.
     virtual void text(QByteArrayView utf8) = 0;
-    virtual void styleText(QByteArrayView utf8) = 0; ///< of <style>; scripts are passed over
+    /// Of <style>, in pieces too; scripts are passed over.
+    virtual void styleText(QByteArrayView utf8) = 0;
     virtual void comment(QByteArrayView utf8) = 0;
     /// Asked as the page is read; false ends the reading.
     virtual bool wantsMore() const = 0;

@@ -68,6 +68,17 @@ QByteArrayView takeWord(QByteArrayView& text) {
     return word;
 }
 
+/// "@import ...;" or "@media ... {...}" with all that is in it.
+void skipAtRule(QByteArrayView& css) {
+    int depth = 0;
+    qsizetype at = 0;
+    for (bool isOver = false; !isOver && at < css.size(); ++at) {
+        depth += (css[at] == '{') - (css[at] == '}');
+        isOver = depth <= 0 && (css[at] == ';' || css[at] == '}');
+    }
+    css = css.sliced(at);
+}
+
 enum class Codes {
     UpToSix, ///< hexadecimal digits of an escape; a blank behind them belongs to it
     Four,    ///< exactly, as in number formats
@@ -370,7 +381,6 @@ std::optional<double> ReadCssLength(QByteArrayView text) {
 
 void StyleSheet::add(QByteArrayView css) {
     while (!css.isEmpty()) {
-        // A comment ends at the next "*/", a rule within "@media{...}" is passed over with it.
         css = css.trimmed();
         if (css.startsWith("/*")) {
             const qsizetype end = css.indexOf("*/");
@@ -381,10 +391,12 @@ void StyleSheet::add(QByteArrayView css) {
             css = css.sliced(css.startsWith('<') ? 4 : 3);
             continue;
         }
+        if (css.startsWith('@')) {
+            skipAtRule(css);
+            continue;
+        }
         const QByteArrayView selectors = takeTo('{', css);
-        const QByteArrayView declarations = takeTo('}', css);
-        if (!selectors.startsWith('@'))
-            addRule(selectors, declarations);
+        addRule(selectors, takeTo('}', css));
     }
 }
 

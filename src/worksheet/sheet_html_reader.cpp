@@ -45,7 +45,6 @@ class SheetReader : public HtmlEvents {
         Cell cell;
         CellSource source;
         QString text;
-        int wantedWidth = -1;
     };
 
     void openMeta(const HtmlTag& tag);
@@ -57,6 +56,7 @@ class SheetReader : public HtmlEvents {
     void openCell(const HtmlTag& tag);
     void breakLine(const HtmlTag& tag);
     void openFont(const HtmlTag& tag);
+    void closeStyle();
     void closeTable();
     void closeColumnGroup();
     void closeCell();
@@ -89,6 +89,7 @@ class SheetReader : public HtmlEvents {
     int m_innerTables = 0; ///< within the cell
     int m_nextColumn = 0;
     std::optional<std::pair<int, std::optional<int>>> m_columnGroup; ///< without columns so far
+    QByteArray m_rules; ///< of a style element that is still open
     QByteArray m_covered;
 };
 
@@ -108,6 +109,7 @@ const SheetReader::Element SheetReader::elements[] = {
     {"p", &SheetReader::breakLine, nullptr},
     {"span", &SheetReader::openFont, nullptr},
     {"strong", &SheetReader::openFont, nullptr},
+    {"style", nullptr, &SheetReader::closeStyle},
     {"table", &SheetReader::openTable, &SheetReader::closeTable},
     {"td", &SheetReader::openCell, &SheetReader::closeCell},
     {"th", &SheetReader::openCell, &SheetReader::closeCell},
@@ -122,7 +124,7 @@ const SheetReader::Element* SheetReader::elementOf(QByteArrayView name) {
 }
 
 void SheetReader::opened(const HtmlTag& tag) {
-    if (const Element* element = elementOf(tag.name))
+    if (const Element* element = elementOf(tag.name); element && element->open)
         (this->*element->open)(tag);
 }
 
@@ -141,7 +143,11 @@ void SheetReader::text(QByteArrayView utf8) {
 }
 
 void SheetReader::styleText(QByteArrayView utf8) {
-    m_styles.addRules(utf8);
+    m_rules.append(utf8);
+}
+
+void SheetReader::closeStyle() {
+    m_styles.addRules(std::exchange(m_rules, {}));
 }
 
 /// Conditional comments hold the settings of the sheet.
@@ -264,7 +270,8 @@ void SheetReader::openCell(const HtmlTag& tag) {
     }
     if (!m_cell)
         return;
-    m_cell->source = CellSourceOf(tag, m_cell->range.first);
+    if (!tag.isBare())
+        m_cell->source = CellSourceOf(tag, m_cell->range.first);
     m_cell->cell.style = m_styles.cellStyle(tag);
     if (m_isOurs)
         m_cell->source.numberFormat.clear(); // the style has it
@@ -278,7 +285,7 @@ void SheetReader::placeCell(const HtmlTag& tag) {
         return;
     const bool isMerge = range->first != range->last && !(m_isOurs && tag.has("data-gap"));
     m_cell = OpenCell{.range = *range, .isMerge = isMerge};
-    if (m_isOurs)
+    if (m_isOurs || tag.isBare())
         return;
     if (const auto height = m_styles.sideOf(tag, Side::Height); height && range->rows() == 1) {
         int& row = m_sheet.rowHeights[range->first.row];

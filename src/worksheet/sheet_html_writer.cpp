@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <set>
 #include <unordered_map>
 #include <vector>
 
@@ -184,8 +185,10 @@ QString visibleMarkup(const Cell& cell) {
     const QString shown = text ? *text : FormatCellValue(cell.value, cell.style.numberFormat);
     if (shown.isEmpty())
         return {};
-    return inFontElements(
-        cell.style, EscapedHtml(shown).replace(QLatin1String("&#10;"), QLatin1String("<br>")));
+    QString markup = EscapedHtml(shown);
+    if (shown.contains(u'\n'))
+        markup.replace(QLatin1String("&#10;"), QLatin1String("<br>"));
+    return inFontElements(cell.style, markup);
 }
 
 class SheetWriter {
@@ -212,12 +215,14 @@ class SheetWriter {
     void writeRow(int row, const Row& places);
     void writePlace(int row, const Place& place);
     void writeCovered(CellAddress at, const Cell& cell);
-    void writeGap(int columns);
+    void writeGap(int first, int columns);
+    QString widthHint(int column);
     QString cellMarkup(CellAddress at, const Cell& cell, const QString& placing);
 
     const SheetContents& m_contents;
     StyleClasses m_classes;
     QString m_body;
+    std::set<int> m_sizedColumns;
     std::map<int, const CellRange*> m_openMerges; ///< from rows above, by their first column
 };
 
@@ -306,10 +311,10 @@ void SheetWriter::writeRow(int row, const Row& places) {
     std::vector<const CellRange*> opened;
     const auto goTo = [&](int target) {
         for (; open != m_openMerges.end() && open->first < target; ++open) {
-            writeGap(open->first - column);
+            writeGap(column, open->first - column);
             column = open->second->last.column + 1;
         }
-        writeGap(target - column);
+        writeGap(column, target - column);
         column = std::max(column, target);
     };
     for (const auto& [at, place] : places) {
@@ -333,12 +338,21 @@ void SheetWriter::writeRow(int row, const Row& places) {
 void SheetWriter::writePlace(int row, const Place& place) {
     static const Cell bare;
     QString placing;
+    if (!place.merge || place.merge->columns() == 1)
+        placing += widthHint(place.column);
     if (place.merge && place.merge->columns() > 1)
         placing += attribute("colspan", place.merge->columns());
     if (place.merge && place.merge->rows() > 1)
         placing += attribute("rowspan", place.merge->rows());
     m_body += cellMarkup({row, place.column}, place.cell ? *place.cell : bare, placing) +
               QLatin1Char('\n');
+}
+
+/// Some programs take the widths of columns from cells only; the first of each column has it.
+QString SheetWriter::widthHint(int column) {
+    if (!m_sizedColumns.insert(column).second)
+        return {};
+    return attribute("width", m_contents.columnWidth(column));
 }
 
 /// What lies under a merge. For other programs it isn't there.
@@ -349,12 +363,12 @@ void SheetWriter::writeCovered(CellAddress at, const Cell& cell) {
 }
 
 /// A long gap is one cell, or a cell far to the right would make a huge file.
-void SheetWriter::writeGap(int columns) {
+void SheetWriter::writeGap(int first, int columns) {
     if (columns > longestGap)
         m_body += QStringLiteral("<td data-gap colspan=%1></td>\n").arg(columns);
     else
-        for (int column = 0; column < columns; ++column)
-            m_body += QLatin1String("<td></td>\n");
+        for (int column = first; column < first + columns; ++column)
+            m_body += QLatin1String("<td") + widthHint(column) + QLatin1String("></td>\n");
 }
 
 /// Behind the class there is always a blank: the comparison of saved sheets skips as far as that.

@@ -31,6 +31,7 @@ class SheetTest : public ProgramTest {
 
     static void addCustomer(const char* company, const char* lastName, double discount) {
         Connection connection(ProjectDatabase);
+        connection.execute(QStringLiteral("PRAGMA synchronous = OFF")); // no disk to wait for
         Recordset rows(connection, QStringLiteral("CustomerInfo"), Recordset::Optimistic);
         rows.addNew();
         rows.setValue(QStringLiteral("Company"), QString::fromLatin1(company));
@@ -43,6 +44,7 @@ class SheetTest : public ProgramTest {
     /// Customer 0: none.
     static void addProject(const char* name, const char* number, double rate, int customer) {
         Connection connection(ProjectDatabase);
+        connection.execute(QStringLiteral("PRAGMA synchronous = OFF")); // no disk to wait for
         Recordset rows(connection, QStringLiteral("ProjectInfo"), Recordset::Optimistic);
         rows.addNew();
         rows.setValue(QStringLiteral("Project_Name"), QString::fromLatin1(name));
@@ -59,6 +61,7 @@ class SheetTest : public ProgramTest {
     static void addDayTo(const QString& database, const char* date, const char* project, int total,
                          int pause = 0) {
         Connection connection(database);
+        connection.execute(QStringLiteral("PRAGMA synchronous = OFF"));
         Recordset rows(connection, QStringLiteral("DayInfo"), Recordset::Optimistic);
         rows.addNew();
         rows.setValue(QStringLiteral("Date"), QString::fromLatin1(date));

@@ -1,0 +1,492 @@
+#include "timesheets/spreadsheet_screen.h"
+
+#include "collections/collection_builder.h"
+#include "collections/collection_location.h"
+#include "collections/current_collection.h"
+#include "collections/file_clash.h"
+#include "collections/sheet_name.h"
+#include "frame/error_report.h"
+#include "frame/globals.h"
+#include "frame/help_topics.h"
+#include "frame/program_folder.h"
+#include "frame/settings.h"
+#include "platform/ports.h"
+#include "platform/texts.h"
+#include "timekeeping/week_hours.h"
+#include "timesheets/customer_calculation.h"
+#include "timesheets/database_list.h"
+#include "timesheets/project_calculation.h"
+#include "timesheets/sheet_context.h"
+#include "timesheets/sheet_files.h"
+#include "timesheets/spreadsheet_model.h"
+#include "timesheets/template_files.h"
+#include "timesheets/template_scan.h"
+#include "timesheets/week_number.h"
+#include "timevalues/day_history.h"
+#include "timevalues/time_values.h"
+#include "worksheet/page_painter.h"
+
+#include <QDir>
+#include <QScopeGuard>
+
+#include <utility>
+
+namespace kelvrane {
+
+namespace {
+
+const QString byProject = QStringLiteral("By Project");
+const QString byCustomer = QStringLiteral("By Customer");
+const QString templateName = QStringLiteral("TEMPLATE_NAME");
+const QString collectionName = QStringLiteral("COLLECTION_NAME");
+const QString startDate = QStringLiteral("STARTDATE");
+const QString progress = QStringLiteral("PROGRESS");
+const QString saveCommand = QStringLiteral("TEMPLATE_SAVE");
+const QString addCommand = QStringLiteral("ADDTO_COLLECTION");
+constexpr int setupHelpTopic = 1001;
+constexpr int sheetHelpTopic = 1000;
+
+SpreadsheetState& state() {
+    return Sheets().state;
+}
+
+QString stored(const char* name) {
+    return StripAtNull(RegQueryValue(keys::SpreadSheetInfo, QString::fromLatin1(name)));
+}
+
+bool isThere() {
+    return ports.screens->isLoaded(Screen::frmSpreadsheet);
+}
+
+void setStartDate(QDate date) {
+    state().selectedDate = date;
+    Sheets().SmartToolBar.setCaption(startDate, DateText(date));
+}
+
+void showCollection() {
+    Sheets().smuiStatusBar.setCaption(
+        collectionName, CollectionFileName.isEmpty()
+                            ? QStringLiteral("** Collection information not present ***")
+                            : CollectionLoc + QDir::separator() + CollectionFileName);
+}
+
+/// A setting that is missing or no number leaves its default.
+void readSettings() {
+    SkipErrors step(QStringLiteral("frmSpreadsheet_Load"));
+    StartOfWeek = stored("StartOfWeek");
+    step([] { state().CalcNumDays = ToInt16(stored("CalcNumDays")); });
+    SS_Template = stored("SS_Template");
+    TimeIncrements = stored("TimeIncrements");
+    step([] { ReadCollectionSettings(); });
+    state().SortOrder = stored("SortOrder");
+    state().CurrentTemplate = SS_Template;
+}
+
+/// By project a sheet is filed by this command once there is one; by customer it files itself.
+void enableAdding() {
+    Sheets().SmartToolBar.setEnabled(addCommand,
+                                     state().SortOrder != byProject || state().Calculated);
+}
+
+bool hasCollection() {
+    return !CollectionLoc.isEmpty() && !CollectionFileName.isEmpty();
+}
+
+bool needsCollection() {
+    return state().SortOrder == byCustomer || DBCount >= 2;
+}
+
+/// The road to a template that exists; false: there is none to calculate with.
+bool findTemplate() {
+    if (ports.files->exists(SS_Template))
+        return true;
+    const BoxAnswer answer =
+        MsgBox(QStringLiteral("Can not find spread sheet template: ") + SS_Template +
+                   QStringLiteral(". \rPress OK to select a template or press cancel to cancel "
+                                  "spreadsheet generation."),
+               QStringLiteral("Missing file"), BoxIcon::Stop, BoxButtons::OkCancel);
+    return answer == BoxAnswer::Ok && ShowLoad(true);
+}
+
+SheetPeriod period() {
+    QDate end = state().selectedDate;
+    for (int day = 1; day < state().CalcNumDays; ++day)
+        end = DateFromText(StepDate(end, 1));
+    const int firstDay = StartOfWeek.isEmpty() ? 1 : int(ToInt16(StartOfWeek));
+    return {Sheets().SmartToolBar.item(startDate).caption, end,
+            WeekNumber(state().selectedDate, firstDay)};
+}
+
+void fileSheet(QString name) {
+    Clash().DefaultName = name;
+    AddSheetToCollection(name, Sheets().ss1.HTMLData(), Sheets().smuiStatusBar);
+}
+
+void fillSheet(const SheetPeriod& period) {
+    SheetContext context{.sheet = Sheets().ss1,
+                         .startDate = period.startDate,
+                         .templatePath = SS_Template,
+                         .addSheet = fileSheet};
+    for (int item = 1; item <= DBCount; ++item)
+        context.isAccepted.append(DatabaseAt(item).isAccepted());
+    if (state().SortOrder == byCustomer)
+        SetUpByCustomerCalculations(context, period.end, TimeIncrements);
+    else
+        SetUpByProjectCalculations(context, period.end, TimeIncrements);
+    state().noData = context.noData;
+    state().sheetShown = !context.noData;
+}
+
+// The commands of the tool bar.
+
+void calculate() {
+    state().caption = SheetCaption;
+    CheckTemplateChanges();
+    FillSMUIToolbox();
+    AddData();
+    Sheets().layOut();
+    state().TemplateModified = state().TemplateEditing = false;
+}
+
+void showSetup() {
+    FillSMUIToolbox();
+    state().ToolboxVisible = true;
+    Sheets().layOut();
+}
+
+void showTemplateSetup() {
+    state().ToolboxVisible = true;
+    FillSMUIToolbox();
+    state().sheetShown = true;
+    state().noData = false;
+    Sheets().layOut();
+}
+
+void newTemplate() {
+    Sheets().ss1.setHTMLData({});
+    state().CurrentTemplate.clear();
+    showTemplateSetup();
+    state().TemplateEditing = true;
+}
+
+void openTemplate() {
+    if (!ShowLoad(false))
+        return;
+    showTemplateSetup();
+    Sheets().SmartToolBar.setEnabled(saveCommand, true);
+    state().TemplateEditing = true;
+}
+
+void saveNewTemplate() {
+    if (ShowSave(SheetFileKind::Template))
+        state().TemplateEditing = state().TemplateModified = false;
+}
+
+void saveTemplate() {
+    const QString path = Sheets().smuiStatusBar.item(templateName).caption;
+    if (path.isEmpty())
+        return;
+    if (ports.files->exists(path)) {
+        ports.files->writeAtomically(path, SheetFileBytes(Sheets().ss1));
+        state().TemplateModified = false;
+    } else {
+        saveNewTemplate();
+    }
+    Sheets().SmartToolBar.setEnabled(saveCommand, false);
+}
+
+void saveTemplateAs() {
+    saveNewTemplate();
+    Sheets().SmartToolBar.setEnabled(saveCommand, false);
+}
+
+void viewCurrentTemplate() {
+    state().CurrentTemplate = Sheets().smuiStatusBar.item(templateName).caption;
+    if (state().CurrentTemplate.isEmpty() || !ports.files->exists(state().CurrentTemplate)) {
+        MsgBox(QStringLiteral("No current template saved"));
+        return;
+    }
+    Sheets().ss1.setHTMLURL(state().CurrentTemplate);
+    state().TemplateEditing = true;
+    showTemplateSetup();
+    Sheets().SmartToolBar.setEnabled(saveCommand, true);
+}
+
+void setDefault() {
+    if (!state().CurrentTemplate.isEmpty())
+        SetDefaultTemplate(state().CurrentTemplate);
+    else if (MsgBox(QStringLiteral("Are you sure you want to save a blank form as a template?"), {},
+                    BoxIcon::None, BoxButtons::YesNoCancel) == BoxAnswer::Yes)
+        saveNewTemplate();
+}
+
+void addToCollection() {
+    const auto done = qScopeGuard([] {
+        if (isThere())
+            state().TemplateEditing = false;
+    });
+    if (!hasCollection()) {
+        if (MsgBox(QStringLiteral("Collection information unavailable.  Would you like to create a "
+                                  "new collection?"),
+                   QStringLiteral("Collection information unavailable"), BoxIcon::Question,
+                   BoxButtons::YesNo) != BoxAnswer::Yes)
+            return;
+        ports.screens->show(Screen::frmCollectionLoc);
+        ports.events->waitUntil([] { return !ports.screens->isLoaded(Screen::frmCollectionLoc); });
+        if (!isThere() || !hasCollection())
+            return;
+    }
+    AskSheetName(
+        SheetNameOfDate(Sheets().SmartToolBar.item(startDate).caption),
+        [] { return Sheets().ss1.HTMLData(); }, Sheets().smuiStatusBar);
+    if (isThere())
+        Sheets().smuiStatusBar.setValue(progress, QStringLiteral("0"));
+}
+
+void toggleCalendar() {
+    state().caption = SheetCaption;
+    state().calendarShown = !state().calendarShown;
+    Sheets().layOut();
+}
+
+void showHelp() {
+    ShowHelpTopic(state().ToolboxVisible ? setupHelpTopic : sheetHelpTopic);
+}
+
+struct Command {
+    const char* key;
+    void (*run)();
+};
+constexpr Command commands[] = {
+    {"TIMESHEET_CALCULATE", calculate},
+    {"VIEW_TEMPLATE_SETUP", showSetup},
+    {"TIMESHEET_SAVE", [] { ShowSave(SheetFileKind::Timesheet); }},
+    {"ADDTO_COLLECTION", addToCollection},
+    {"TIMESHEET_PRINT", ShowPrint},
+    {"EXIT", CloseSpreadsheet},
+    {"TEMPLATE_NEW", newTemplate},
+    {"TEMPLATE_OPEN", openTemplate},
+    {"TEMPLATE_SAVE", saveTemplate},
+    {"TEMPLATE_SAVE_AS", saveTemplateAs},
+    {"TEMPALTE_VIEW_CUR", viewCurrentTemplate},
+    {"TEMPLATE_SET_DEFAULT", setDefault},
+    {"SEL_COL_LOC", [] { ports.screens->show(Screen::frmCollectionLoc); }},
+    {"VIEW_COLLECTION", [] { ports.screens->show(Screen::frmCollectionViewer); }},
+    {"STARTINGDATE", toggleCalendar},
+    {"HELP", showHelp},
+};
+
+// The rows of the option panel; false: no recalculation.
+
+bool takeIncrement(const QString& value) {
+    TimeIncrements = value;
+    SaveRegText(value, keys::SpreadSheetInfo, QStringLiteral("TimeIncrements"));
+    return true;
+}
+
+bool takeWeekStart(const QString& value) {
+    const QString number = WeekdayNumberConvert(true, value);
+    if (number.isEmpty())
+        return false;
+    StartOfWeek = number;
+    SaveRegNumber(ToInt16(number), keys::SpreadSheetInfo, QStringLiteral("StartOfWeek"));
+    if (ControlScreenLoaded) {
+        SetLVWColumnHeaders();
+        FillWeekView();
+    }
+    Sheets().layOut();
+    return true;
+}
+
+void showNumDays() {
+    Sheets().SmartToolbox.setValue(QStringLiteral("CALCNUMDAYS"),
+                                   QString::number(state().CalcNumDays));
+}
+
+bool takeNumDays(const QString& value) {
+    if (value.isEmpty())
+        return false;
+    int days = -1;
+    SkipErrors step(QStringLiteral("SmartToolbox_Change"));
+    step([&] { days = ToInt16(value); });
+    if (days == 0)
+        MsgBox(QStringLiteral("Number of days must be greater than 0"),
+               QStringLiteral("Invalid Entry"));
+    if (days <= 0) {
+        showNumDays();
+        return false;
+    }
+    state().CalcNumDays = days;
+    SaveRegNumber(days, keys::SpreadSheetInfo, QStringLiteral("CalcNumDays"));
+    return true;
+}
+
+bool takeSortOrder(const QString& value) {
+    state().SortOrder = value;
+    SaveRegText(value, keys::SpreadSheetInfo, QStringLiteral("SortOrder"));
+    enableAdding();
+    Sheets().focusToolbox();
+    return true;
+}
+
+struct OptionRow {
+    const char* key;
+    bool (*take)(const QString& value);
+};
+constexpr OptionRow optionRows[] = {
+    {"TIMEINCREMENTS", takeIncrement},
+    {"WEEKSTARTDAY", takeWeekStart},
+    {"CALCNUMDAYS", takeNumDays},
+    {"SORTORDER", takeSortOrder},
+};
+
+} // namespace
+
+void LoadSpreadsheet() {
+    SkipErrors step = ReportingSteps(QStringLiteral("frmSpreadsheet_Load"));
+    SpreadsheetOpen = true;
+    SpreadsheetModel& sheets = Sheets();
+    sheets.reset();
+    state().Filling = true;
+    if (CurrentEntryIndex >= 0)
+        step([] { AddDataToDayInfoDataBase(); });
+    setStartDate(ports.clock->today());
+    step([] { InitSpreadsheetTables(); });
+    readSettings();
+    sheets.smuiStatusBar.setCaption(templateName, SS_Template);
+    showCollection();
+    step([] { LoadDatabaseList(); });
+    SelectedDBIndex = -1;
+    FillSMUIToolbox();
+    enableAdding();
+    sheets.layOut();
+}
+
+void UnloadSpreadsheet() {
+    RemoveSheetFiles();
+    SpreadsheetOpen = false;
+}
+
+void CloseSpreadsheet() {
+    CheckTemplateChanges();
+    ports.screens->unload(Screen::frmSpreadsheet);
+}
+
+void FillSMUIToolbox() {
+    state().Filling = true;
+    const auto done = qScopeGuard([] { state().Filling = false; });
+    KeyedItems& toolbox = Sheets().SmartToolbox;
+    toolbox.setValue(QStringLiteral("SORTORDER"),
+                     state().SortOrder.isEmpty() ? byProject : state().SortOrder);
+    toolbox.setValue(QStringLiteral("TIMEINCREMENTS"), TimeIncrements);
+    toolbox.setValue(QStringLiteral("WEEKSTARTDAY"), WeekdayNumberConvert(false, StartOfWeek));
+    showNumDays();
+}
+
+void AddData() {
+    HideSheetCalendar();
+    if (needsCollection() && !hasCollection()) {
+        MsgBox(QStringLiteral("Please select a valid Collection Location, then rerun the "
+                              "spreadsheet."),
+               QStringLiteral("Invalid Collection Location"), BoxIcon::Information);
+        ports.screens->show(Screen::frmCollectionLoc);
+        return;
+    }
+    if (!findTemplate())
+        return;
+    Sheets().ss1.setHTMLURL(SS_Template);
+    state().Calculated = true;
+    enableAdding();
+    ProjectNames.clear();
+    ProjectNumbers.clear();
+    const SheetPeriod days = period();
+    ResetSSVariables();
+    ScanTemplate(Sheets().ss1, days);
+    if (state().SortOrder != byCustomer && !CheckProjectAnchors())
+        return;
+    fillSheet(days);
+    if (isThere())
+        Sheets().layOut();
+}
+
+void ShowPrint() {
+    const QString file = InAppPath(QString::fromLatin1(sheet_files::PrintData));
+    ports.files->create(file, SheetFileBytes(Sheets().ss1));
+    const auto done = qScopeGuard([&] {
+        SkipErrors step(QStringLiteral("ShowPrint"));
+        step([&] { ports.files->remove(file, true); });
+    });
+    if (!ports.printer->choose(QStringLiteral("Print")) || !isThere())
+        return;
+    const SheetContents contents = Sheets().ss1.worksheet().contents();
+    ports.printer->print(state().caption,
+                         [&](QPagedPaintDevice& device) { PrintSheet(contents, device); });
+}
+
+void SheetBarClick(const QString& key) {
+    if (key != u"STARTINGDATE")
+        HideSheetCalendar();
+    SkipErrors step = ReportingSteps(QStringLiteral("SmartToolBar_Click"));
+    for (const Command& command : commands)
+        if (key == QLatin1String(command.key))
+            step(command.run);
+}
+
+void SheetOptionChange(const QString& key, const QString& value) {
+    if (state().Filling)
+        return;
+    for (const OptionRow& row : optionRows)
+        if (key == QLatin1String(row.key) && row.take(value)) {
+            ports.events->yield();
+            if (isThere())
+                AddData();
+            return;
+        }
+}
+
+void SheetDateClick(QDate date) {
+    CheckTemplateChanges();
+    state().TemplateModified = state().TemplateEditing = false;
+    setStartDate(date);
+    HideSheetCalendar();
+    AddData();
+}
+
+void HideSheetCalendar() {
+    if (std::exchange(state().calendarShown, false))
+        Sheets().layOut();
+}
+
+void CloseToolbox() {
+    state().ToolboxVisible = false;
+    Sheets().layOut();
+}
+
+void SheetEdited() {
+    if (state().TemplateEditing)
+        state().TemplateModified = true;
+}
+
+void WireSpreadsheet() {
+    static bool wired = false;
+    WireDatabaseList();
+    if (std::exchange(wired, true))
+        return;
+    SpreadsheetModel& sheets = Sheets();
+    QObject::connect(&sheets.SmartToolBar, &KeyedItems::Clicked, &sheets, [](const QString& key) {
+        Guarded(QStringLiteral("SmartToolBar_Click"), [&] { SheetBarClick(key); });
+    });
+    QObject::connect(&sheets.SmartToolbox, &KeyedItems::Edited, &sheets,
+                     [](const QString& key, const QString& value) {
+                         Guarded(QStringLiteral("SmartToolbox_Change"),
+                                 [&] { SheetOptionChange(key, value); });
+                     });
+    QObject::connect(&sheets.ss1, &Spreadsheet::Edited, &sheets, SheetEdited);
+    QObject::connect(&Databases(), &DatabaseList::Used, &sheets, HideSheetCalendar);
+    QObject::connect(&CollectionPlace(), &CollectionLocation::Chosen, &sheets, [] {
+        if (SpreadsheetOpen)
+            showCollection();
+    });
+}
+
+} // namespace kelvrane

@@ -1,0 +1,36 @@
+// The spreadsheet screen's procedures: its load and unload, the calculation, and what each of its
+// items does. The screen binds to Sheets() and Databases() and forwards to these.
+#pragma once
+
+#include <QDate>
+#include <QString>
+
+namespace kelvrane {
+
+/// The routine of the screen's load: rolls today up, reads the settings and the list of databases.
+/// Sets SpreadsheetOpen. Errors are reported step by step.
+void LoadSpreadsheet();
+/// Removes the temporary files; clears SpreadsheetOpen.
+void UnloadSpreadsheet();
+/// The user closes the screen: a changed template is asked about first.
+void CloseSpreadsheet();
+
+/// Shows the settings in the option panel; its changes do nothing meanwhile.
+void FillSMUIToolbox();
+/// The calculation, from template and databases to the sheet. By customer, or with two databases
+/// accepted, the sheets are filed in the current collection.
+void AddData();
+/// Prints what the sheet shows.
+void ShowPrint();
+
+void SheetBarClick(const QString& key);                           ///< a command of SmartToolBar
+void SheetOptionChange(const QString& key, const QString& value); ///< a row of SmartToolbox
+void SheetDateClick(QDate date);                                  ///< a day of MonthView1
+void HideSheetCalendar();                                         ///< a click elsewhere
+void CloseToolbox();                                              ///< ImgClose
+void SheetEdited();                                               ///< the user changed ss1
+
+/// Connects the models to the routines; once a process.
+void WireSpreadsheet();
+
+} // namespace kelvrane
