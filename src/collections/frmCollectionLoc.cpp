@@ -2,7 +2,6 @@
 
 #include "collections/collection_location.h"
 #include "frame/error_report.h"
-#include "frame/help_topics.h"
 #include "platform/ports.h"
 #include "widgets/card.h"
 #include "widgets/entry_list.h"
@@ -138,12 +137,8 @@ void frmCollectionLoc::bind() {
     connect(&place, &CollectionLocation::NamingChanged, this, &frmCollectionLoc::showNaming);
     connect(&place, &CollectionLocation::FolderNameWanted, txtNewFolderName,
             [this] { txtNewFolderName->setFocus(); });
-    const auto key = [this](const QKeySequence& keys, const char* item) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, &CollectionPlace(),
-                [item] { CollectionPlace().smuiToolBar.click(T(item)); });
-    };
-    key(QKeySequence(Qt::Key_F1), "HELP");
-    key(QKeySequence(T("Ctrl+Return")), "SELECT");
+    connect(new QShortcut(QKeySequence(T("Ctrl+Return")), this), &QShortcut::activated, &place,
+            [&place] { place.smuiToolBar.click(T("SELECT")); });
     connect(new QShortcut(QKeySequence(T("Alt+Up")), this), &QShortcut::activated, &place,
             [&place] { place.Dir1.click(T("..")); });
 }
@@ -175,6 +170,8 @@ void frmCollectionLoc::keyPressEvent(QKeyEvent* event) {
         close();
     else if (event->key() == Qt::Key_Escape)
         Controls().click(T("cmdCancel"));
+    else if (event->key() == Qt::Key_F1)
+        CollectionPlace().smuiToolBar.click(T("HELP"));
     else if (naming && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
         Controls().click(T("cmdOK"));
     else

@@ -9,10 +9,10 @@
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace kelvrane {
@@ -42,8 +42,6 @@ frmFileExists::frmFileExists(QWidget* parent) : QDialog(parent) {
     content->addWidget(fraRename = createRename());
     connect(&Clash().controls, &QAbstractItemModel::dataChanged, this, &frmFileExists::refresh);
     connect(&Clash(), &FileClash::FrameChanged, this, &frmFileExists::showFrame);
-    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this,
-            [] { ShowHelpTopic(helpTopic); });
     refresh();
     showFrame();
 }
@@ -113,7 +111,8 @@ void frmFileExists::showFrame() {
     fraRename->setVisible(renaming);
     auto* button = findChild<QPushButton*>(renaming ? T("OKButton") : T("cmdSkip"));
     button->setDefault(true);
-    resize(width(), renaming ? renameHeight : minimumSizeHint().height());
+    layout()->activate(); // it still holds the room of the other frame
+    resize(width(), renaming ? renameHeight : layout()->totalHeightForWidth(width()));
     if (!renaming) {
         button->setFocus();
         return;
@@ -124,6 +123,13 @@ void frmFileExists::showFrame() {
 
 void frmFileExists::reject() {
     Clash().controls.click(Clash().isRenaming() ? T("CancelButton") : T("cmdSkip"));
+}
+
+void frmFileExists::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F1)
+        ShowHelpTopic(helpTopic);
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void frmFileExists::closeEvent(QCloseEvent* event) {

@@ -8,10 +8,10 @@
 #include "widgets/theme.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace kelvrane {
@@ -36,8 +36,6 @@ frmSelFilename::frmSelFilename(QWidget* parent) : QDialog(parent) {
     Guarded(T("frmSelFilename_Load"), LoadSelFilename);
     arrange();
     connect(&Naming(), &SheetNaming::HideWanted, this, &QWidget::hide);
-    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this,
-            [] { ShowHelpTopic(helpTopic); });
     txtFileName->setFocus();
     txtFileName->selectAll();
     resize(startSize);
@@ -70,6 +68,13 @@ void frmSelFilename::arrange() {
     content->addWidget(list, 1);
     content->addSpacing(theme::Step);
     content->addLayout(buttons);
+}
+
+void frmSelFilename::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F1)
+        ShowHelpTopic(helpTopic);
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void frmSelFilename::reject() {

@@ -83,6 +83,13 @@ class EntryDelegate final : public QStyledItemDelegate {
         const QSize size = QStyledItemDelegate::sizeHint(option, index);
         return {size.width(), qMax(size.height(), theme::RowHeight)};
     }
+
+  protected:
+    /// In line with the heading.
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->rect.adjust(theme::Step, 0, -theme::Step, 0);
+    }
 };
 
 QString KeyAt(const QModelIndex& index) {

@@ -1,3 +1,4 @@
+#include "collections/viewer_model.h"
 #include "frame/globals.h"
 #include "frame/settings.h"
 #include "options/options_model.h"
@@ -169,6 +170,26 @@ TEST_F(Start, CommandLinesAreRead) {
     EXPECT_EQ(Main("ForceUpdate next.txt", false), StartResult::Ended);
     EXPECT_EQ(updates.checks, QStringList{"force next.txt"});
     EXPECT_EQ(Main("ForceUpdate", false), StartResult::Running);
+}
+
+TEST_F(Start, ACollectionIsShownUntilItsViewerCloses) {
+    writeFile("a b.COL", "");
+    bool waited = false;
+    events.onYield = [&] {
+        waited = true;
+        EXPECT_TRUE(screens.isVisible(Screen::frmCollectionViewer));
+        EXPECT_EQ(TMR, nullptr) << "no tick runs on this road";
+        screens.unload(Screen::frmCollectionViewer);
+    };
+    EXPECT_EQ(Main('"' + path("a b.COL") + '"', true), StartResult::Ended);
+    EXPECT_TRUE(waited);
+    EXPECT_EQ(Viewer().ViewerName, "a b");
+    EXPECT_EQ(Viewer().ViewerLoc, QFileInfo(path("a b.COL")).canonicalPath());
+    EXPECT_EQ(screens.shown, QList<Screen>{Screen::frmCollectionViewer});
+    EXPECT_FALSE(QFile::exists(path("SSDBInfo.dat")));
+    EXPECT_EQ(Main("/nowhere/x.col", true), StartResult::Ended);
+    EXPECT_EQ(Viewer().ViewerLoc + Viewer().ViewerName, "");
+    Viewer().LoadMode.clear();
 }
 
 } // namespace
