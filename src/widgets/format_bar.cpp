@@ -93,7 +93,10 @@ FormatBar::FormatBar(SheetSession* session, QWidget* parent) : QWidget(parent), 
 
     const Worksheet* cells = &session->sheet().worksheet();
     connect(session, &SheetSession::SelectionChanged, this, &FormatBar::refresh);
-    connect(cells, &Worksheet::Changed, this, &FormatBar::refresh);
+    connect(cells, &Worksheet::Changed, this, [this](const CellRange& range) {
+        if (range.contains(m_session->active()))
+            refresh();
+    });
     connect(&session->sheet(), &Spreadsheet::HistoryChanged, this, &FormatBar::refresh);
     refresh();
 }

@@ -41,7 +41,11 @@ FormulaBar::FormulaBar(SheetSession* session, QWidget* parent)
     connect(m_name, &QLineEdit::returnPressed, this, &FormulaBar::goTo);
     connect(session, &SheetSession::SelectionChanged, this, &FormulaBar::refresh);
     connect(session, &SheetSession::EditingChanged, this, &FormulaBar::refresh);
-    connect(&session->sheet().worksheet(), &Worksheet::Changed, this, &FormulaBar::refresh);
+    connect(&session->sheet().worksheet(), &Worksheet::Changed, this,
+            [this](const CellRange& range) {
+                if (range.contains(m_session->active()))
+                    refresh();
+            });
     connect(&session->sheet().worksheet(), &Worksheet::Reset, this, &FormulaBar::refresh);
     refresh();
 }

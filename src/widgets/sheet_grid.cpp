@@ -124,7 +124,10 @@ SheetGrid::SheetGrid(SheetSession* session, QWidget* parent)
     connect(m_rows, &SheetHead::menuWanted, this, &SheetGrid::rowMenuWanted);
     const Worksheet* cells = &session->sheet().worksheet();
     connect(cells, &Worksheet::Changed, this, &SheetGrid::repaintRange);
-    connect(cells, &Worksheet::Changed, this, &SheetGrid::describeActive);
+    connect(cells, &Worksheet::Changed, this, [this](const CellRange& range) {
+        if (range.contains(m_session->active()))
+            describeActive();
+    });
     connect(session, &SheetSession::LayoutChanged, this, &SheetGrid::layOut);
     connect(session, &SheetSession::SelectionChanged, this, &SheetGrid::showSelection);
     connect(session, &SheetSession::EditingChanged, this, &SheetGrid::showEditing);
@@ -353,8 +356,9 @@ void SheetGrid::paintSheet(QPainter& painter, const QRect& exposed) {
     painter.save();
     painter.setClipRect(exposed);
     painter.translate(place(range).topLeft());
-    PaintGuides(painter, m_session->contents(), range, guides, paper);
-    PaintCells(painter, m_session->contents(), range);
+    const SheetContents shown = m_session->shown();
+    PaintGuides(painter, shown, range, guides, paper);
+    PaintCells(painter, shown, range);
     painter.restore();
 }
 

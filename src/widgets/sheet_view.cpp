@@ -46,9 +46,9 @@ SheetView::SheetView(QWidget* parent) : QAbstractScrollArea(parent) {
 }
 
 void SheetView::setContents(const SheetContents& contents) {
-    m_contents = contents;
+    m_contents = WithFittedRows(contents);
     m_shown = ShownRange(contents);
-    m_sheet = RangeRect(contents, m_shown).size().toSize();
+    m_sheet = RangeRect(m_contents, m_shown).size().toSize();
     setAccessibleDescription(contents.title);
     layOut();
     horizontalScrollBar()->setValue(0);

@@ -16,6 +16,8 @@ namespace {
 
 /// How far beside the range a text may begin that runs back into it.
 constexpr int columnsBeside = 64;
+/// Fonts up to this size find room in a row of the default height. Points.
+constexpr double usualPointSize = 10;
 constexpr QRgb blackInk = 0xff000000;
 
 enum class Side { Left, Top, Right, Bottom };
@@ -415,6 +417,18 @@ void PaintGuides(QPainter& painter, const SheetContents& contents, const CellRan
                 filler.fill(box, paper);
 }
 
+namespace {
+
+/// One line in the usual size finds room in every row.
+bool MayNeedHeight(const SheetContents& contents, const Cell& cell) {
+    const auto* text = std::get_if<QString>(&cell.value);
+    return !IsEmpty(cell.value) &&
+           (cell.style.wraps || (text && text->contains(QLatin1Char('\n'))) ||
+            ShownPointSize(contents, cell.style) > usualPointSize);
+}
+
+} // namespace
+
 int TextReach(const SheetContents& contents, CellAddress at) {
     const auto found = contents.cells.constFind(at);
     if (found == contents.cells.cend() || !IsText(found->value) || found->style.wraps ||
@@ -461,6 +475,26 @@ int WantedRowHeight(const SheetContents& contents, int row) {
         wanted = std::max(wanted, static_cast<int>(std::ceil(text.height())) + 2 * CellPadY + 1);
     }
     return std::min(wanted, LargestCellSide);
+}
+
+int FittedRowHeight(const SheetContents& contents, int row) {
+    if (contents.rowHeights.contains(row))
+        return contents.rowHeight(row);
+    for (int column = 0; column < SheetColumns; ++column) {
+        const auto cell = contents.cells.constFind({row, column});
+        if (cell != contents.cells.cend() && MayNeedHeight(contents, *cell))
+            return WantedRowHeight(contents, row);
+    }
+    return SheetContents::DefaultRowHeight;
+}
+
+SheetContents WithFittedRows(const SheetContents& contents) {
+    SheetContents fitted = contents;
+    for (auto it = contents.cells.cbegin(); it != contents.cells.cend(); ++it)
+        if (const int row = it.key().row;
+            MayNeedHeight(contents, *it) && !fitted.rowHeights.contains(row))
+            fitted.rowHeights.insert(row, WantedRowHeight(contents, row));
+    return fitted;
 }
 
 } // namespace kelvrane

@@ -29,4 +29,10 @@ int TextReach(const SheetContents& contents, CellAddress cell);
 int WantedColumnWidth(const SheetContents& contents, int column);
 int WantedRowHeight(const SheetContents& contents, int row);
 
+/// The height at which a row is laid out: its own, else the default, or more where its texts need
+/// it. CSS pixels.
+int FittedRowHeight(const SheetContents& contents, int row);
+/// The sheet with those heights: what screens and pages show, so that no line of a text is cut.
+SheetContents WithFittedRows(const SheetContents& contents);
+
 } // namespace kelvrane

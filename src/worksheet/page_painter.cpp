@@ -94,7 +94,7 @@ CellRange ShownRange(const SheetContents& contents) {
 }
 
 SheetPages::SheetPages(const SheetContents& contents, const QPageLayout& layout)
-    : m_contents(contents), m_paper(layout.paintRect(QPageLayout::Point)),
+    : m_contents(WithFittedRows(contents)), m_paper(layout.paintRect(QPageLayout::Point)),
       m_printed(ShownRange(contents)) {
     const int width = std::max(1, ColumnLeft(contents, m_printed.last.column + 1));
     m_scale = std::clamp(m_paper.width() / width, leastScale, pointsPerPixel);

@@ -71,7 +71,7 @@ void RunWiden(SheetSession& session) {
 template <int step>
 void RunHeighten(SheetSession& session) {
     const CellRange range = session.selected();
-    const int height = ShownHeight(session.contents(), range.last.row) + step;
+    const int height = ShownHeight(session.shown(), range.last.row) + step;
     SetRowHeights(session.sheet(), range, std::max(sizeStep, height));
 }
 

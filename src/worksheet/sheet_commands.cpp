@@ -75,12 +75,14 @@ bool& Switch(CellStyle& style, Toggle toggle) {
     return *switches[static_cast<size_t>(toggle)];
 }
 
-/// Rows that show less than they hold become as high as they need; none becomes lower.
+/// Rows with a height of their own that is too low now become as high as they need; none becomes
+/// lower, hidden ones stay so. All others are laid out by what they hold.
 void GrowRows(Worksheet& cells, const CellRange& range) {
-    for (int row = range.first.row; row <= range.last.row; ++row)
-        if (const int wanted = WantedRowHeight(cells.contents(), row);
-            wanted > ShownHeight(cells.contents(), row) && cells.contents().rowHeight(row) > 0)
-            cells.setRowHeight(row, wanted);
+    for (int row = range.first.row; row <= range.last.row; ++row) {
+        const int own = cells.contents().rowHeights.value(row, 0);
+        if (own > 0 && own < WantedRowHeight(cells.contents(), row))
+            cells.setRowHeight(row, WantedRowHeight(cells.contents(), row));
+    }
 }
 
 void SetEdge(Worksheet& cells, CellAddress at, CellBorder CellStyle::*side,

@@ -11,7 +11,7 @@
 
 namespace kelvrane {
 
-/// Types a text into a cell; a row without a height of its own grows to show it.
+/// Types a text into a cell; its row grows to show all lines.
 void EnterText(Spreadsheet& sheet, CellAddress cell, const QString& text);
 void ClearValues(Spreadsheet& sheet, const CellRange& range);
 /// Styles go too, and merges in the range.

@@ -1,5 +1,6 @@
 #include "worksheet/sheet_session.h"
 
+#include "worksheet/cell_painter.h"
 #include "worksheet/sheet_commands.h"
 
 #include <algorithm>
@@ -88,7 +89,8 @@ SheetSession::SheetSession(Spreadsheet* sheet, QObject* parent) : QObject(parent
 void SheetSession::layOut() {
     const CellRange used = contents().usedRange();
     m_viewableRows = m_sheet->viewableRows();
-    m_layout = SheetLayout(contents(), std::clamp(used.last.row + 1, m_viewableRows, SheetRows),
+    m_heights = WithFittedRows(contents()).rowHeights;
+    m_layout = SheetLayout(shown(), std::clamp(used.last.row + 1, m_viewableRows, SheetRows),
                            std::clamp(used.last.column + 1, fewestColumns, SheetColumns));
     emit LayoutChanged();
     const int tabColumn = m_tabColumn; // a row may grow between two Tabs
@@ -101,8 +103,18 @@ void SheetSession::refreshLayout() {
         layOut();
 }
 
+SheetContents SheetSession::shown() const {
+    SheetContents shown = contents();
+    shown.rowHeights = m_heights;
+    return shown;
+}
+
 void SheetSession::onChanged(const CellRange& range) {
-    if (range.last.row >= m_layout.rows() || range.last.column >= m_layout.columns())
+    bool grew = range.last.row >= m_layout.rows() || range.last.column >= m_layout.columns();
+    for (int row = range.first.row; row <= range.last.row && !grew; ++row)
+        grew = m_heights.value(row, SheetContents::DefaultRowHeight) !=
+               FittedRowHeight(contents(), row);
+    if (grew)
         layOut();
 }
 

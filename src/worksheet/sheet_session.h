@@ -46,6 +46,10 @@ class SheetSession : public QObject {
     Spreadsheet& sheet() const { return *m_sheet; }
     const SheetContents& contents() const { return m_sheet->worksheet().contents(); }
 
+    /// The contents with the heights at which rows are laid out. For the moment: while a copy is
+    /// held, each change of a cell copies all of them.
+    SheetContents shown() const;
+
     /// The rows and columns on view: the viewable ones, A to Z at least, and those beyond that hold
     /// something.
     const SheetLayout& layout() const { return m_layout; }
@@ -102,6 +106,7 @@ class SheetSession : public QObject {
 
     Spreadsheet* m_sheet;
     SheetLayout m_layout;
+    QMap<int, int> m_heights; ///< of rows that aren't of the default height
     int m_viewableRows = 0;
     CellAddress m_active;
     CellAddress m_anchor;

@@ -366,6 +366,14 @@ TEST(SheetPages, MergedAndOverlongRows) {
     EXPECT_EQ(SheetPages(contents, Paper(QPageSize::A4)).count(), 3) << "a row goes on";
 }
 
+TEST(SheetPages, LinesOfATextAreNeverCut) {
+    SheetContents contents = ListOf(51);
+    contents.cells[{50, 0}].value = QStringLiteral("one\ntwo\nthree");
+    EXPECT_EQ(SheetPages(contents, Paper(QPageSize::A4)).count(), 2);
+    contents.rowHeights[50] = 20;
+    EXPECT_EQ(SheetPages(contents, Paper(QPageSize::A4)).count(), 1) << "its own height stays";
+}
+
 TEST(PrintSheet, PdfHasThePagesAndIsTheSameEachTime) {
     const auto print = [](const SheetContents& contents, QPageSize::PageSizeId paper) {
         QByteArray bytes;

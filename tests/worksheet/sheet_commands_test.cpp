@@ -102,20 +102,32 @@ TEST(SheetCommands, TogglesGoByAllCells) {
 
 TEST(SheetCommands, RowsGrowForWhatTheyShow) {
     Sheet sheet(Texts{{"Invoice"}});
+    const SheetSession session(&sheet);
+    const auto height = [&](int row) {
+        return session.layout().top(row + 1) - session.layout().top(row);
+    };
+    const QString remark = QStringLiteral("a remark in several words and lines");
     SetPointSize(sheet, RangeOf("A1"), 24);
-    EXPECT_GE(sheet.worksheet().contents().rowHeight(0), 32);
+    EXPECT_GE(height(0), 32);
     ToggleFormat(sheet, RangeOf("A3"), Toggle::Wrap);
-    EnterText(sheet, CellOf("A3"), QStringLiteral("a remark in several words and lines"));
-    const int height = sheet.worksheet().contents().rowHeight(2);
-    EXPECT_EQ(height, WantedRowHeight(sheet.worksheet().contents(), 2));
+    EnterText(sheet, CellOf("A3"), remark);
+    EXPECT_EQ(height(2), WantedRowHeight(sheet.worksheet().contents(), 2));
+    EXPECT_GT(height(2), 3 * 13);
     EnterText(sheet, CellOf("A3"), QStringLiteral("short"));
-    EXPECT_EQ(sheet.worksheet().contents().rowHeight(2), height) << "none becomes lower by itself";
+    EXPECT_EQ(height(2), SheetContents::DefaultRowHeight);
+    // With a height of its own it grows, but becomes no lower by itself.
+    SetRowHeights(sheet, RangeOf("A3"), 30);
+    EnterText(sheet, CellOf("A3"), remark);
+    const int grown = height(2);
+    EXPECT_GT(grown, 3 * 13);
+    EnterText(sheet, CellOf("A3"), QStringLiteral("short"));
+    EXPECT_EQ(height(2), grown);
     SetRowHeights(sheet, RangeOf("A1"), 0);
     SetPointSize(sheet, RangeOf("A1"), 30);
-    EXPECT_EQ(sheet.worksheet().contents().rowHeight(0), 0) << "hidden ones stay so";
+    EXPECT_EQ(height(0), 0) << "hidden ones stay so";
     ShowRows(sheet, RangeOf("A1:A3"));
-    EXPECT_GE(sheet.worksheet().contents().rowHeight(0), 40);
-    EXPECT_EQ(sheet.worksheet().contents().rowHeight(2), height);
+    EXPECT_GE(height(0), 40);
+    EXPECT_EQ(height(2), grown);
 }
 
 TEST(SheetCommands, BordersOfASelection) {
