@@ -8,9 +8,15 @@
 #include "startup/database_schema.h"
 
 #include <QDir>
+#include <QFile>
 #include <QVersionNumber>
 
 #include <optional>
+
+// Outside the namespace, as the macro wants it. A static library leaves this to its users.
+static void LoadTemplates() {
+    Q_INIT_RESOURCE(templates);
+}
 
 namespace kelvrane {
 
@@ -45,6 +51,9 @@ constexpr Default sheetDefaults[] = {
     {"SortOrder", "By Project"},      {"CollectionLoc", ""},       {"CollectionFileName", ""},
 };
 
+/// The first is the one in use until another is chosen.
+constexpr const char* readyTemplates[] = {"Timesheet.htm", "Invoice.htm"};
+
 QString joined(const QString& folder, const char* name) {
     return folder + QDir::separator() + QString::fromLatin1(name);
 }
@@ -78,13 +87,28 @@ void addSettings() {
              InAppPath(QString::fromLatin1(files::ProjectDatabase)));
     addValues(keys::SpreadSheetInfo, sheetDefaults);
     addValue(keys::SpreadSheetInfo, QStringLiteral("SS_Template"),
-             joined(InAppPath(QString::fromLatin1(files::DataFolder)), "Timesheet.htm"));
+             joined(InAppPath(QString::fromLatin1(files::DataFolder)), readyTemplates[0]));
     require(settings.endChanges());
 }
 
 void addDatabase(const QString& path, void (*create)(const QString&)) {
     if (!ports.files->exists(path))
         create(path);
+}
+
+/// A template that is there may be the user's own work.
+void addTemplates() {
+    [[maybe_unused]] static const bool loaded = (LoadTemplates(), true);
+    const QString folder = InAppPath(QString::fromLatin1(files::DataFolder));
+    ports.files->createFolder(folder);
+    for (const char* name : readyTemplates) {
+        if (ports.files->exists(joined(folder, name)))
+            continue;
+        QFile resource(QStringLiteral(":/templates/") + QString::fromLatin1(name));
+        if (!resource.open(QIODevice::ReadOnly))
+            Raise(errors::FileNotFound, resource.fileName() + QStringLiteral(" is missing"));
+        ports.files->writeAtomically(joined(folder, name), resource.readAll());
+    }
 }
 
 void addStarterDatabases() {
@@ -120,7 +144,7 @@ void RunInstallStep() {
         });
     }
     step([] { addStarterDatabases(); });
-    step([] { ports.files->createFolder(InAppPath(QString::fromLatin1(files::DataFolder))); });
+    step([] { addTemplates(); });
     step([] { addSettings(); });
     if (!first)
         step([] {

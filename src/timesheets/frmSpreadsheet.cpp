@@ -9,7 +9,6 @@
 #include "timesheets/spreadsheet_screen.h"
 #include "widgets/captions.h"
 #include "widgets/flat_button.h"
-#include "widgets/heading_line.h"
 #include "widgets/keyed_menu.h"
 #include "widgets/keyed_panel.h"
 #include "widgets/open_editor.h"
@@ -142,14 +141,15 @@ QWidget* frmSpreadsheet::createSide() {
     close->setCaption(QStringLiteral("Close the options"));
     close->setWordShown(false);
     close->setIcon(theme::Icon(QStringLiteral("close")));
-    close->move(sideWidth - close->sizeHint().width() - 2, 2);
+    close->resize(close->sizeHint());
+    close->move(sideWidth - close->width() - 2, 2);
+    close->raise();
     connect(close, &QToolButton::clicked, this,
             [] { Guarded(QStringLiteral("ImgClose_Click"), CloseToolbox); });
     auto* content = new QVBoxLayout(m_side);
     content->setContentsMargins(0, 0, 0, 0);
     content->setSpacing(theme::Margin);
     content->addWidget(SmartToolbox, 1);
-    content->addWidget(new HeadingLine(QStringLiteral("Select Databases"), m_side));
     content->addWidget(new frmSpreadsheetDatabases(m_side), 1);
     return m_side;
 }

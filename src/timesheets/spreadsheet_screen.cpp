@@ -3,6 +3,7 @@
 #include "collections/collection_builder.h"
 #include "collections/collection_location.h"
 #include "collections/current_collection.h"
+#include "collections/file_clash.h"
 #include "collections/sheet_name.h"
 #include "frame/error_report.h"
 #include "frame/globals.h"
@@ -117,6 +118,7 @@ SheetPeriod period() {
 }
 
 void fileSheet(QString name) {
+    Clash().DefaultName = name;
     AddSheetToCollection(name, Sheets().ss1.HTMLData(), Sheets().smuiStatusBar);
 }
 

@@ -26,7 +26,7 @@ constexpr int sizeWidth = 62;
 constexpr int formatWidth = 126;
 constexpr int pointSizes[] = {8, 9, 10, 11, 12, 14, 16, 18, 20, 24, 28, 36, 48, 72};
 
-/// The bar from left to right; "" begins another group, "*" sends the rest to the end.
+/// The bar from left to right; "" begins another group.
 constexpr const char* barRows[] = {
     "undo",  "redo", "",     "font",    "size",    "",     "bold",   "italic", "underline",
     "",      "ink",  "fill", "borders", "",        "left", "center", "right",  "",
@@ -134,10 +134,7 @@ QComboBox* FormatBar::addList(QWidget* group, const SheetAction& action, int wid
     list->setMaxVisibleItems(20);
     list->lineEdit()->setAccessibleName(list->accessibleName());
     const auto take = [this, list, choose] {
-        // A choice of the list may show more than it stands for.
-        const int place = list->findText(list->currentText(), Qt::MatchFixedString);
-        const QVariant data = place >= 0 ? list->itemData(place) : QVariant();
-        const QString text = data.isValid() ? data.toString() : list->currentText().trimmed();
+        const QString text = list->currentText().trimmed();
         run([&] {
             if (!text.isEmpty())
                 choose(m_session->sheet(), m_session->selected(), text);

@@ -7,7 +7,6 @@
 
 #include <QFocusEvent>
 #include <QHBoxLayout>
-#include <QPainter>
 
 namespace kelvrane {
 
@@ -99,11 +98,6 @@ bool FormulaBar::eventFilter(QObject* watched, QEvent* event) {
         m_session->setEditText(m_session->editText(), caret);
     }
     return QWidget::eventFilter(watched, event);
-}
-
-void FormulaBar::paintEvent(QPaintEvent* event) {
-    QPainter painter(this);
-    painter.fillRect(event->rect(), palette().color(QPalette::Window));
 }
 
 } // namespace kelvrane

@@ -26,7 +26,6 @@ class FormulaBar : public QWidget {
     void sheetWanted(); ///< the keys belong to the sheet again
 
   protected:
-    void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:

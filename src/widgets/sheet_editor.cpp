@@ -87,6 +87,14 @@ SheetEditor::SheetEditor(Spreadsheet* sheet, QWidget* parent)
     });
 }
 
+/// The parts pass the focus on as they go, and then still ask the session.
+SheetEditor::~SheetEditor() {
+    ForgetOpenEditor(this);
+    delete m_grid;
+    delete m_formula;
+    delete m_format;
+}
+
 QMenu* SheetEditor::createMenu(const char* name, std::span<const char* const> keys) {
     auto* menu = new QMenu(this);
     menu->setObjectName(QLatin1String(name));

@@ -26,6 +26,8 @@ class SheetEditor : public QWidget {
     /// The sheet outlives the editor.
     explicit SheetEditor(Spreadsheet* sheet, QWidget* parent = nullptr);
 
+    ~SheetEditor() override;
+
     SheetSession* session() const { return m_session; }
     /// What is being typed goes into its cell.
     void commit();

@@ -430,8 +430,9 @@ int WantedColumnWidth(const SheetContents& contents, int column) {
     CellFonts fonts(contents);
     int wanted = 0;
     for (auto it = contents.cells.cbegin(); it != contents.cells.cend(); ++it) {
-        if (it.key().column != column || IsEmpty(it->value) ||
-            contents.spanAt(it.key()).first.column != contents.spanAt(it.key()).last.column)
+        if (it.key().column != column || IsEmpty(it->value))
+            continue;
+        if (const CellRange span = contents.spanAt(it.key()); span.columns() > 1)
             continue;
         const CellText text(ShownText(*it), fonts.font(it->style), -1);
         wanted = std::max(wanted, static_cast<int>(std::ceil(text.width())) + 2 * CellPadX + 1 +
@@ -443,15 +444,20 @@ int WantedColumnWidth(const SheetContents& contents, int column) {
 int WantedRowHeight(const SheetContents& contents, int row) {
     CellFonts fonts(contents);
     int wanted = SheetContents::DefaultRowHeight;
-    for (auto it = contents.cells.cbegin(); it != contents.cells.cend(); ++it) {
-        const CellRange span = contents.spanAt(it.key());
-        if (it.key().row != row || IsEmpty(it->value) || span.first.row != span.last.row)
+    for (int column = 0; column < SheetColumns; ++column) {
+        const auto cell = contents.cells.constFind({row, column});
+        if (cell == contents.cells.cend() || IsEmpty(cell->value))
+            continue;
+        const CellRange span = contents.spanAt({row, column});
+        if (span.rows() > 1)
             continue;
         int width = 0;
-        for (int column = span.first.column; column <= span.last.column; ++column)
-            width += ShownWidth(contents, column);
-        const double room = std::max(1, width - 2 * CellPadX - it->style.indent);
-        const CellText text(ShownText(*it), fonts.font(it->style), it->style.wraps ? room : -1);
+        for (int place = span.first.column; place <= span.last.column; ++place)
+            width += ShownWidth(contents, place);
+        const int indent = std::clamp(cell->style.indent, 0, LargestCellSide);
+        const double room = std::max(1, width - 2 * CellPadX - indent);
+        const CellText text(ShownText(*cell), fonts.font(cell->style),
+                            cell->style.wraps ? room : -1);
         wanted = std::max(wanted, static_cast<int>(std::ceil(text.height())) + 2 * CellPadY + 1);
     }
     return std::min(wanted, LargestCellSide);

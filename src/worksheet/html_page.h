@@ -20,6 +20,7 @@ struct HtmlTag {
 
     /// The value, empty for an attribute without one; nothing when there is no such attribute.
     std::optional<QByteArrayView> value(QByteArrayView attribute) const;
+    bool isBare() const { return !*attributes; }
     bool has(QByteArrayView attribute) const { return value(attribute).has_value(); }
 };
 

@@ -114,6 +114,7 @@ void HtmlTableStyle::beginBody(const HtmlTag& tag) {
 void HtmlTableStyle::beginTable(const HtmlTag& tag, bool isOurs) {
     m_isOurs = isOurs;
     m_classStyles.clear();
+    m_bareCell.reset();
     m_row = {};
     m_rowHasStyle = false;
     CssBox box{.style = m_body};
@@ -152,6 +153,11 @@ CellStyle HtmlTableStyle::cellStyle(const HtmlTag& tag) {
     const auto classes = tag.value("class");
     if (m_isOurs)
         return classes ? classStyle("td", *classes) : CellStyle{};
+    if (tag.isBare() && tag.name == "td" && !m_rowHasStyle) {
+        if (!m_bareCell)
+            m_bareCell = classStyle("td", {});
+        return *m_bareCell;
+    }
     CellStyle style = classStyle(tag.name, classes.value_or(QByteArrayView()));
     addAttributes(tag, style);
     if (m_rowHasStyle)

@@ -47,7 +47,8 @@ class HtmlTableStyle {
     CellStyle m_table; ///< what cells inherit, the body's included
     CellStyle m_row;   ///< what the row adds
     bool m_rowHasStyle = false;
-    QString m_fontFamily; ///< the sheet's
+    std::optional<CellStyle> m_bareCell; ///< of a cell without attributes
+    QString m_fontFamily;                ///< the sheet's
     double m_pointSize = 0;
     QHash<QByteArray, CellStyle> m_classStyles; ///< by element and class attribute
 };

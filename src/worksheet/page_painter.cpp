@@ -35,21 +35,12 @@ int EdgeAfter(int count, int (*size)(const SheetContents&, int), const QMap<int,
     return pixels;
 }
 
-/// The column in which a text ends that runs on over empty neighbours.
+/// The column in which a text ends that runs on from a cell with nothing to its right.
 int LastColumnOf(const SheetContents& contents, CellAddress at) {
-    if (contents.spanAt(at) != CellRange{at, at})
-        return at.column;
     int reach = TextReach(contents, at) - ShownWidth(contents, at.column);
     int column = at.column;
-    while (reach > 0 && column + 1 < SheetColumns) {
-        const CellAddress next{at.row, column + 1};
-        const auto found = contents.cells.constFind(next);
-        if ((found != contents.cells.cend() && !IsEmpty(found->value)) ||
-            contents.spanAt(next) != CellRange{next, next})
-            break;
-        ++column;
-        reach -= ShownWidth(contents, column);
-    }
+    while (reach > 0 && column + 1 < SheetColumns)
+        reach -= ShownWidth(contents, ++column);
     return column;
 }
 
@@ -74,20 +65,31 @@ QRectF RangeRect(const SheetContents& contents, const CellRange& range) {
 }
 
 CellRange ShownRange(const SheetContents& contents) {
+    struct RowEnd {
+        int filled = -1; ///< last column with content
+        int merged = -1; ///< last column of a merge
+    };
+    QHash<int, RowEnd> ends;
     CellAddress last;
     const auto take = [&last](CellAddress cell) {
         last = {std::max(last.row, cell.row), std::max(last.column, cell.column)};
     };
-    for (const CellRange& merge : contents.merges)
+    for (const CellRange& merge : contents.merges) {
         take(merge.last);
-    for (auto it = contents.cells.cbegin(); it != contents.cells.cend(); ++it)
-        if (!IsEmpty(it->value) || !it->formula.isEmpty() || ShowsBox(it->style))
-            take(it.key());
-    // Only texts in the last columns can run out; those further left are seen to end sooner.
-    const int before = last.column;
-    for (auto it = contents.cells.cbegin(); it != contents.cells.cend(); ++it)
-        if (IsText(it->value) && it.key().column <= before)
-            take({0, LastColumnOf(contents, it.key())});
+        for (int row = merge.first.row; row <= merge.last.row; ++row)
+            ends[row].merged = std::max(ends[row].merged, merge.last.column);
+    }
+    for (auto it = contents.cells.cbegin(); it != contents.cells.cend(); ++it) {
+        if (IsEmpty(it->value) && it->formula.isEmpty() && !ShowsBox(it->style))
+            continue;
+        take(it.key());
+        if (!IsEmpty(it->value))
+            ends[it.key().row].filled = std::max(ends[it.key().row].filled, it.key().column);
+    }
+    // Only the last text of a row can run out of the sheet.
+    for (auto end = ends.cbegin(); end != ends.cend(); ++end)
+        if (end->filled > end->merged)
+            take({0, LastColumnOf(contents, {end.key(), end->filled})});
     return {{}, last};
 }
 
@@ -126,10 +128,11 @@ void SheetPages::breakRows(int pageHeight) {
     while (end - top > pageHeight) {
         const auto next = std::ranges::upper_bound(edges, top + pageHeight);
         int bottom = *std::prev(next);
-        if (bottom <= top) // merged rows that no page holds: between any of them
-            bottom = layout.top(layout.rowAt(top + pageHeight));
-        if (bottom <= top) // a row that no page holds
-            bottom = top + pageHeight;
+        if (next != edges.end() && *next - bottom > pageHeight) {
+            // No page holds what comes: merged rows break between rows, a single one anywhere.
+            const int row = layout.top(layout.rowAt(top + pageHeight));
+            bottom = row > bottom ? row : top + pageHeight;
+        }
         m_bands.append({top, bottom});
         top = bottom;
     }

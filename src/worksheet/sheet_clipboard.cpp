@@ -135,16 +135,22 @@ CellRange WithinSheet(const CellRange& range) {
         {std::min(range.last.row, SheetRows - 1), std::min(range.last.column, SheetColumns - 1)}};
 }
 
+/// How often a block is laid along a selection; 0 where it isn't made for that. A single row or
+/// column takes a block of any size.
+int Repeats(int selected, int block) {
+    return selected == 1 ? 1 : selected % block == 0 ? selected / block : 0;
+}
+
 /// The corners at which blocks of a size are laid to fill the selection.
 QList<CellAddress> Corners(const CellRange& selection, int rows, int columns) {
-    const bool repeats = selection.rows() % rows == 0 && selection.columns() % columns == 0;
-    if (!repeats)
+    const int down = Repeats(selection.rows(), rows);
+    const int across = Repeats(selection.columns(), columns);
+    if (down == 0 || across == 0)
         return {selection.first};
     QList<CellAddress> corners;
-    for (int row = selection.first.row; row <= selection.last.row; row += rows)
-        for (int column = selection.first.column; column <= selection.last.column;
-             column += columns)
-            corners.append({row, column});
+    for (int row = 0; row < down; ++row)
+        for (int column = 0; column < across; ++column)
+            corners.append(Moved(selection.first, row * rows, column * columns));
     return corners;
 }
 

@@ -27,10 +27,11 @@ SheetClip CopyCells(const Worksheet& sheet, const CellRange& range);
 SheetClip CutCells(Spreadsheet& sheet, const CellRange& range);
 
 /// Pastes the best form that the clip has, over the selection: again and again where the selection
-/// is a multiple of what comes, else once from its first cell. Formulas of copied cells move with
-/// their place; those of cut cells keep what they read, but for cells that were cut with them. What
-/// would lie outside the sheet is left out. Returns what was filled. Raises BadArgument, with a
-/// sentence for the user, for a clip that can't be read; the sheet is then as it was.
+/// is a multiple of what comes, or a single row or column, else once from its first cell. Formulas
+/// of copied cells move with their place; those of cut cells keep what they read, but for cells
+/// that were cut with them. What would lie outside the sheet is left out. Returns what was filled.
+/// Raises BadArgument, with a sentence for the user, for a clip that can't be read; the sheet is
+/// then as it was.
 CellRange PasteCells(Spreadsheet& sheet, const CellRange& selection, const SheetClip& clip);
 
 /// Rows of a text with tabs; "\r\n" and quoted cells understood, a last line feed without a row.

@@ -45,7 +45,6 @@ class SheetReader : public HtmlEvents {
         Cell cell;
         CellSource source;
         QString text;
-        int wantedWidth = -1;
     };
 
     void openMeta(const HtmlTag& tag);
@@ -271,7 +270,8 @@ void SheetReader::openCell(const HtmlTag& tag) {
     }
     if (!m_cell)
         return;
-    m_cell->source = CellSourceOf(tag, m_cell->range.first);
+    if (!tag.isBare())
+        m_cell->source = CellSourceOf(tag, m_cell->range.first);
     m_cell->cell.style = m_styles.cellStyle(tag);
     if (m_isOurs)
         m_cell->source.numberFormat.clear(); // the style has it
@@ -285,7 +285,7 @@ void SheetReader::placeCell(const HtmlTag& tag) {
         return;
     const bool isMerge = range->first != range->last && !(m_isOurs && tag.has("data-gap"));
     m_cell = OpenCell{.range = *range, .isMerge = isMerge};
-    if (m_isOurs)
+    if (m_isOurs || tag.isBare())
         return;
     if (const auto height = m_styles.sideOf(tag, Side::Height); height && range->rows() == 1) {
         int& row = m_sheet.rowHeights[range->first.row];

@@ -185,8 +185,10 @@ QString visibleMarkup(const Cell& cell) {
     const QString shown = text ? *text : FormatCellValue(cell.value, cell.style.numberFormat);
     if (shown.isEmpty())
         return {};
-    return inFontElements(
-        cell.style, EscapedHtml(shown).replace(QLatin1String("&#10;"), QLatin1String("<br>")));
+    QString markup = EscapedHtml(shown);
+    if (shown.contains(u'\n'))
+        markup.replace(QLatin1String("&#10;"), QLatin1String("<br>"));
+    return inFontElements(cell.style, markup);
 }
 
 class SheetWriter {

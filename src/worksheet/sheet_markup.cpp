@@ -1,10 +1,23 @@
 #include "worksheet/sheet_markup.h"
 
+#include <QLatin1String>
+
+#include <algorithm>
+
 namespace kelvrane {
 
 namespace {
 
 constexpr qsizetype codeDigits = 4;
+
+constexpr QLatin1String attributeMark("class=");
+
+/// Stands for itself wherever it is; true for most letters of most texts.
+bool isPlainLetter(QChar letter) {
+    const char16_t code = letter.unicode();
+    return code >= u' ' && code < 0xd800 && code != u'&' && code != u'<' && code != u'>' &&
+           code != u'"';
+}
 
 bool isHtmlLetter(const QString& text, qsizetype at) {
     const QChar letter = text[at];
@@ -19,6 +32,8 @@ bool isHtmlLetter(const QString& text, qsizetype at) {
 } // namespace
 
 QString EscapedHtml(const QString& text) {
+    if (std::ranges::all_of(text, isPlainLetter) && !text.contains(attributeMark))
+        return text;
     QString escaped;
     escaped.reserve(text.size() + text.size() / 8);
     for (qsizetype at = 0; at < text.size(); ++at) {
@@ -45,10 +60,12 @@ QString EscapedHtml(const QString& text) {
             escaped += isHtmlLetter(text, at) ? text[at] : QChar(QChar::ReplacementCharacter);
         }
     }
-    return escaped.replace(QLatin1String("class="), QLatin1String("class&#61;"));
+    return escaped.replace(attributeMark, QLatin1String("class&#61;"));
 }
 
 bool IsHtmlText(const QString& text) {
+    if (std::ranges::all_of(text, isPlainLetter))
+        return true;
     for (qsizetype at = 0; at < text.size(); ++at)
         if (!isHtmlLetter(text, at))
             return false;

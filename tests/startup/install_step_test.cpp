@@ -75,7 +75,9 @@ class InstallStep : public ProgramTest {
         EXPECT_EQ(rows(u"kelvrane.mdb"_s, u"ProjectInfo"_s), 0);
         EXPECT_EQ(rows(u"Starter Databases/dayinfo.mdb"_s, u"DayInfo"_s), 7);
         EXPECT_EQ(rows(u"Starter Databases/kelvrane.mdb"_s, u"CustomerInfo"_s), 3);
-        EXPECT_TRUE(QDir(path(u"data"_s)).exists());
+        EXPECT_TRUE(disk.read(path(u"data/Timesheet.htm"_s)).contains("#HOURS#"));
+        EXPECT_TRUE(disk.read(path(u"data/Invoice.htm"_s)).contains("#COMPANY#"));
+        EXPECT_EQ(setting(u"SS_Template"_s, keys::SpreadSheetInfo), path(u"data/Timesheet.htm"_s));
     }
 };
 
@@ -99,7 +101,11 @@ TEST_F(InstallStep, ANewerVersionAddsWhatIsMissingAndChangesNothing) {
     disk.remove(path(u"DayInfo.mdb"_s), false);
     disk.remove(path(u"Starter Databases/dayinfo.mdb"_s), false);
     disk.create(path(u"kelvrane.mdb"_s), "the user's own");
+    disk.create(path(u"data/Timesheet.htm"_s), "the user's own");
+    disk.remove(path(u"data/Invoice.htm"_s), false);
     RunInstallStep();
+    EXPECT_EQ(disk.read(path(u"data/Timesheet.htm"_s)), "the user's own");
+    EXPECT_TRUE(disk.read(path(u"data/Invoice.htm"_s)).contains("#COMPANY#"));
     EXPECT_EQ(setting(u"Version"_s), KELVRANE_VERSION);
     EXPECT_EQ(setting(u"ShowNumProjects"_s), "#9");
     EXPECT_EQ(setting(u"AutoSave"_s), "");

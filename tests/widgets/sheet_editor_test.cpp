@@ -53,7 +53,8 @@ struct SheetEditorTest : testing::ProgramTest {
     QString text(const char* cell) const { return sheet.worksheet().text(RangeOf(cell).first); }
     QString input(const char* cell) const { return sheet.worksheet().input(RangeOf(cell).first); }
     QString selected() const { return RangeText(editor.session()->selected()); }
-    template <typename Control> Control* control(const char* name) const {
+    template <typename Control>
+    Control* control(const char* name) const {
         return editor.findChild<Control*>(QString::fromLatin1(name));
     }
     SheetHead* head(const char* name) const { return control<SheetHead>(name); }
@@ -146,7 +147,9 @@ TEST_F(SheetEditorTest, HeadsSizeTheirCells) {
     pull(84, -50);
     EXPECT_EQ(sheet.worksheet().contents().columnWidth(0), 0) << "hidden, not less";
     sheet.undo();
-    sheet.edit([](Worksheet& cells) { cells.enter({0, 0}, QStringLiteral("A text of some length")); });
+    sheet.edit([](Worksheet& cells) {
+        cells.enter({0, 0}, QStringLiteral("A text of some length"));
+    });
     editor.session()->select(RangeOf("A1"));
     QTest::mouseDClick(columns, Qt::LeftButton, {}, {84, 8});
     EXPECT_EQ(sheet.worksheet().contents().columnWidth(0),
@@ -297,6 +300,18 @@ TEST_F(SheetEditorTest, PaperIsWhiteInDarkPalettes) {
     QCoreApplication::processEvents();
     EXPECT_EQ(grid->viewport()->grab().toImage().pixelColor(26 * 64 + 40, 300),
               QColor(0x20, 0x22, 0x25));
+}
+
+TEST(SheetEditor, GoesWhileSomethingIsTyped) {
+    Spreadsheet sheet;
+    auto editor = std::make_unique<SheetEditor>(&sheet);
+    editor->show();
+    auto* grid = editor->findChild<SheetGrid*>();
+    QTest::keyClicks(grid, QStringLiteral("12"));
+    editor->findChild<QComboBox*>(QStringLiteral("font"))->setFocus();
+    editor.reset();
+    CommitOpenEditor();
+    EXPECT_TRUE(sheet.worksheet().contents().cells.isEmpty());
 }
 
 TEST(SheetView, ShowsWhatPrintsAndScrolls) {

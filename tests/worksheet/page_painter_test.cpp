@@ -133,9 +133,8 @@ TEST(PaintCells, BordersLieOnTheirEdge) {
         QList<int> inked; ///< pixels from the edge, across it
     };
     const Row rows[] = {
-        {Line::None, 3, {}},           {Line::Solid, 1, {-1}},
-        {Line::Solid, 2, {-1, 0}},     {Line::Solid, 3, {-2, -1, 0}},
-        {Line::Double, 1, {-2, 0}},    {Line::Dashed, 1, {-1}},
+        {Line::None, 3, {}},           {Line::Solid, 1, {-1}},     {Line::Solid, 2, {-1, 0}},
+        {Line::Solid, 3, {-2, -1, 0}}, {Line::Double, 1, {-2, 0}}, {Line::Dashed, 1, {-1}},
     };
     for (const Row& row : rows) {
         SheetContents contents;
@@ -289,9 +288,9 @@ TEST(SheetPages, BreaksBetweenRowsOnA4AndLetter) {
     };
     // 20 pixels are 15 points; A4 has 770 between the margins, Letter 720.
     const Row rows[] = {
-        {1, QPageSize::A4, 1},      {5, QPageSize::A4, 1},      {51, QPageSize::A4, 1},
-        {52, QPageSize::A4, 2},     {60, QPageSize::A4, 2},     {200, QPageSize::A4, 4},
-        {48, QPageSize::Letter, 1}, {49, QPageSize::Letter, 2}, {60, QPageSize::Letter, 2},
+        {1, QPageSize::A4, 1},       {5, QPageSize::A4, 1},      {51, QPageSize::A4, 1},
+        {52, QPageSize::A4, 2},      {60, QPageSize::A4, 2},     {200, QPageSize::A4, 4},
+        {48, QPageSize::Letter, 1},  {49, QPageSize::Letter, 2}, {60, QPageSize::Letter, 2},
         {200, QPageSize::Letter, 5},
     };
     for (const Row& row : rows) {

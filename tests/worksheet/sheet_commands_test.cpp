@@ -20,9 +20,11 @@ CellAddress CellOf(const char* name) {
     return *ParseAddress(QString::fromLatin1(name));
 }
 
+using Texts = QList<QStringList>;
+
 struct Sheet : Spreadsheet {
     /// Rows of texts, typed from A1 on.
-    explicit Sheet(const QList<QStringList>& rows = {}) {
+    explicit Sheet(const Texts& rows = {}) {
         for (int row = 0; row < rows.size(); ++row)
             for (int column = 0; column < rows[row].size(); ++column)
                 worksheet().enter({row, column}, rows[row][column]);
@@ -33,14 +35,17 @@ struct Sheet : Spreadsheet {
 };
 
 TEST(SheetCommands, EachIsOneStepOfUndo) {
-    Sheet sheet({{"1", "2"}, {"3", "4"}, {"5", "=A1+A3"}});
+    Sheet sheet(Texts{{"1", "2"}, {"3", "4"}, {"5", "=A1+A3"}});
     struct Row {
         const char* what;
         std::function<void()> change;
     };
     const CellRange range = RangeOf("A1:B2");
     const Row rows[] = {
-        {"enter", [&] { EnterText(sheet, {0, 0}, QStringLiteral("7")); }},
+        {"enter",
+         [&] {
+             EnterText(sheet, {0, 0}, QStringLiteral("7"));
+         }},
         {"clear", [&] { ClearValues(sheet, range); }},
         {"bold", [&] { ToggleFormat(sheet, range, Toggle::Bold); }},
         {"align", [&] { ToggleAlign(sheet, range, HorizontalAlign::Center); }},
@@ -55,7 +60,10 @@ TEST(SheetCommands, EachIsOneStepOfUndo) {
         {"fit", [&] { FitColumns(sheet, range); }},
         {"sum", [&] { AutoSum(sheet, range); }},
         {"cut", [&] { CutCells(sheet, range); }},
-        {"paste", [&] { PasteCells(sheet, RangeOf("D1"), {QStringLiteral("x\ty\n"), {}, {}}); }},
+        {"paste",
+         [&] {
+             PasteCells(sheet, RangeOf("D1"), {QStringLiteral("x\ty\n"), {}, {}});
+         }},
     };
     const SheetContents before = sheet.worksheet().contents();
     for (const Row& row : rows) {
@@ -75,7 +83,7 @@ TEST(SheetCommands, EachIsOneStepOfUndo) {
 }
 
 TEST(SheetCommands, TogglesGoByAllCells) {
-    Sheet sheet(QList<QStringList>{{"a", "b"}});
+    Sheet sheet(Texts{{"a", "b"}});
     const CellRange range = RangeOf("A1:B1");
     ToggleFormat(sheet, RangeOf("A1"), Toggle::Bold);
     ToggleFormat(sheet, range, Toggle::Bold);
@@ -93,7 +101,7 @@ TEST(SheetCommands, TogglesGoByAllCells) {
 }
 
 TEST(SheetCommands, RowsGrowForWhatTheyShow) {
-    Sheet sheet({{"Invoice"}});
+    Sheet sheet(Texts{{"Invoice"}});
     SetPointSize(sheet, RangeOf("A1"), 24);
     EXPECT_GE(sheet.worksheet().contents().rowHeight(0), 32);
     ToggleFormat(sheet, RangeOf("A3"), Toggle::Wrap);
@@ -145,7 +153,7 @@ TEST(SheetCommands, BordersOfASelection) {
 TEST(SheetCommands, AutoSumChoosesWhatToAdd) {
     struct Row {
         const char* what;
-        QList<QStringList> cells;
+        Texts cells;
         const char* range;
         const char* sums; ///< "A3=SUM(A1:A2)", parted by blanks
     };
@@ -174,7 +182,7 @@ TEST(SheetCommands, AutoSumChoosesWhatToAdd) {
 TEST(SheetClipboard, ReadsTextWithTabs) {
     struct Row {
         const char* text;
-        QList<QStringList> table;
+        Texts table;
     };
     const Row rows[] = {
         {"a\tb\nc\td\n", {{"a", "b"}, {"c", "d"}}},
@@ -205,12 +213,12 @@ TEST(SheetClipboard, TextComesAsItIsTyped) {
 }
 
 TEST(SheetClipboard, FormulasOfCopiedCellsMove) {
-    Sheet sheet({{"1", "=A1*2", "=$A$1+B1"}, {"10"}});
+    Sheet sheet(Texts{{"1", "=A1*2", "=$A$1+B1"}, {"10"}});
     ToggleFormat(sheet, RangeOf("B1"), Toggle::Bold);
     const SheetClip clip = CopyCells(sheet.worksheet(), RangeOf("A1:C1"));
     EXPECT_EQ(clip.text, QStringLiteral("1\t2\t3\n"));
     EXPECT_FALSE(clip.html.contains("=A1*2")) << "its cells stay behind";
-    EXPECT_EQ(PasteCells(sheet, RangeOf("A3:A4"), clip), RangeOf("A3:C4")) ;
+    EXPECT_EQ(PasteCells(sheet, RangeOf("A3:A4"), clip), RangeOf("A3:C4"));
     EXPECT_EQ(sheet.input("B3"), QStringLiteral("=A3*2"));
     EXPECT_EQ(sheet.input("C4"), QStringLiteral("=$A$1+B4"));
     EXPECT_TRUE(sheet.style("B4").bold);
@@ -229,7 +237,7 @@ TEST(SheetClipboard, FormulasOfCopiedCellsMove) {
 }
 
 TEST(SheetClipboard, CutCellsKeepWhatTheyRead) {
-    Sheet sheet({{"5"}, {"1", "=A2*2", "=A1+1"}});
+    Sheet sheet(Texts{{"5"}, {"1", "=A2*2", "=A1+1"}});
     const SheetClip clip = CutCells(sheet, RangeOf("A2:C2"));
     EXPECT_EQ(sheet.text("B2"), QString());
     PasteCells(sheet, RangeOf("B7"), clip);
@@ -239,7 +247,7 @@ TEST(SheetClipboard, CutCellsKeepWhatTheyRead) {
 }
 
 TEST(SheetClipboard, MergesGoAlong) {
-    Sheet sheet({{"head"}});
+    Sheet sheet(Texts{{"head"}});
     ToggleMerge(sheet, RangeOf("A1:C1"));
     const SheetClip clip = CopyCells(sheet.worksheet(), RangeOf("A1:C2"));
     PasteCells(sheet, RangeOf("B4"), clip);
@@ -251,14 +259,16 @@ TEST(SheetClipboard, MergesGoAlong) {
 }
 
 TEST(SheetClipboard, WhatCantBeReadChangesNothing) {
-    Sheet sheet({{"1"}});
+    Sheet sheet(Texts{{"1"}});
     const SheetContents before = sheet.worksheet().contents();
     const QByteArray bad[] = {"", "A1", "A1:B2 cut\n", "Q\n<table></table>", "A1:B2\nno table"};
     for (const QByteArray& cells : bad) {
         if (cells.isEmpty())
             EXPECT_EQ(PasteCells(sheet, RangeOf("A1"), {}), RangeOf("A1"));
         else
-            EXPECT_EQ(RaisedError([&] { PasteCells(sheet, RangeOf("A1"), {{}, {}, cells}); }),
+            EXPECT_EQ(RaisedError([&] {
+                          PasteCells(sheet, RangeOf("A1"), {{}, {}, cells});
+                      }),
                       errors::BadArgument)
                 << cells.constData();
         EXPECT_EQ(sheet.worksheet().contents(), before);
@@ -268,28 +278,27 @@ TEST(SheetClipboard, WhatCantBeReadChangesNothing) {
 }
 
 TEST(SheetSession, JumpsAsSpreadsheetsDo) {
-    const Sheet sheet({{"a", "b", "", "d"}, {"x"}, {}, {}, {"y"}});
+    const Sheet sheet(Texts{{"a", "b", "", "d"}, {"x"}, {}, {}, {"y"}});
     struct Row {
         const char* from;
         Step jump;
         const char* to;
     };
     const Row rows[] = {
-        {"A1", Step::JumpRight, "B1"}, {"B1", Step::JumpRight, "D1"},
-        {"D1", Step::JumpRight, "Z1"}, {"A1", Step::JumpDown, "A2"},
-        {"A2", Step::JumpDown, "A5"},  {"A5", Step::JumpDown, "A50"},
-        {"A50", Step::JumpUp, "A5"},   {"A5", Step::JumpUp, "A2"},
-        {"Z1", Step::JumpLeft, "D1"},  {"C9", Step::JumpUp, "C1"},
-        {"A1", Step::JumpUp, "A1"},
+        {"A1", Step::JumpRight, "B1"}, {"B1", Step::JumpRight, "D1"}, {"D1", Step::JumpRight, "Z1"},
+        {"A1", Step::JumpDown, "A2"},  {"A2", Step::JumpDown, "A5"},  {"A5", Step::JumpDown, "A50"},
+        {"A50", Step::JumpUp, "A5"},   {"A5", Step::JumpUp, "A2"},    {"Z1", Step::JumpLeft, "D1"},
+        {"C9", Step::JumpUp, "C1"},    {"A1", Step::JumpUp, "A1"},
     };
     for (const Row& row : rows)
-        EXPECT_EQ(AddressText(JumpFrom(sheet.worksheet().contents(), CellOf(row.from), row.jump, 50, 26)),
-                  QLatin1String(row.to))
+        EXPECT_EQ(
+            AddressText(JumpFrom(sheet.worksheet().contents(), CellOf(row.from), row.jump, 50, 26)),
+            QLatin1String(row.to))
             << row.from;
 }
 
 TEST(SheetSession, MovesAndExtends) {
-    Sheet sheet({{"a", "b"}, {"c"}});
+    Sheet sheet(Texts{{"a", "b"}, {"c"}});
     sheet.worksheet().merge(RangeOf("C3:D4"));
     SetColumnWidths(sheet, RangeOf("F1"), 0);
     SheetSession session(&sheet);
@@ -361,7 +370,7 @@ TEST(SheetSession, EnterAndTabWalkOn) {
 }
 
 TEST(SheetSession, EditsAreTakenOverOrGivenUp) {
-    Sheet sheet({{"5"}});
+    Sheet sheet(Texts{{"5"}});
     SheetSession session(&sheet);
     session.beginEdit(EditMode::InPlace);
     EXPECT_EQ(session.editText(), QStringLiteral("5"));
@@ -401,7 +410,8 @@ TEST(SheetActions, KeysAreUniqueAndRun) {
     QSet<QString> keys;
     for (const SheetAction& action : SheetActions()) {
         EXPECT_EQ(ActionOf(QLatin1String(action.key)), &action) << action.key;
-        for (const QString& key : QString::fromLatin1(action.keys).split(u' ', Qt::SkipEmptyParts)) {
+        for (const QString& key :
+             QString::fromLatin1(action.keys).split(u' ', Qt::SkipEmptyParts)) {
             EXPECT_FALSE(keys.contains(key)) << key.toStdString();
             keys.insert(key);
             EXPECT_EQ(ActionForKeys(QKeySequence(key)), &action) << key.toStdString();

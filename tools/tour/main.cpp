@@ -8,6 +8,7 @@
 #include "frame/status_text.h"
 #include "platform/error.h"
 #include "platform/recordset.h"
+#include "sheets_tour.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/tray_state.h"
@@ -34,7 +35,8 @@ namespace {
 
 class Tour {
   public:
-    explicit Tour(const QString& folder) : m_folder(folder), m_album(folder), m_timers(m_clock) {}
+    explicit Tour(const QString& folder)
+        : m_folder(folder), m_album(folder), m_timers(m_clock), m_printer(folder) {}
 
     void run() {
         m_clock.set(QDateTime(QDate(2026, 3, 4), QTime(8, 0)));
@@ -47,7 +49,8 @@ class Tour {
 
   private:
     void begin() {
-        m_program = std::make_unique<Program>(PortChoices{.clock = &m_clock, .timers = &m_timers});
+        m_program = std::make_unique<Program>(
+            PortChoices{.clock = &m_clock, .timers = &m_timers, .printer = &m_printer});
     }
     QWidget* screen(Screen name) { return m_program->screens().widget(name); }
     void picture(const QString& name, Screen which) { m_album.picture(name, screen(which)); }
@@ -86,6 +89,7 @@ class Tour {
         picture(QStringLiteral("second-project"), Screen::frmSTM);
         trayMenus();
         EditingTour(m_album, *m_program).onWorkingDay();
+        SheetsTour(m_album, *m_program, m_printer, m_folder).run();
         views();
         charts();
         reminder();
@@ -280,6 +284,7 @@ class Tour {
     Album m_album;
     TourClock m_clock;
     TourTimers m_timers;
+    TourPrinter m_printer;
     std::unique_ptr<Program> m_program;
 };
 

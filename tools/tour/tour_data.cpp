@@ -31,15 +31,16 @@ struct Project {
     bool active;
     int share; ///< minutes of a usual day
 };
+// A calculation by customer wants the projects of a customer next to each other in their order.
 constexpr Project projects[] = {
-    {"Online Catalogue", "HL-101", 75, 1, true, 135},
-    {"Stock Interface", "HL-102", 82.5, 1, true, 80},
-    {"Website Redesign", "OD-210", 68, 2, true, 110},
-    {"Newsletter", "OD-214", 55, 2, true, 35},
-    {"Patient Calendar", "TV-330", 90, 3, true, 70},
-    {"Archive Migration", "TV-331", 90, 3, false, 45},
-    {"Bookkeeping", "IN-001", 0, 0, true, 25},
-    {"Research & Reading", "IN-002", 0, 0, true, 40},
+    {"Harbour Catalogue", "HL-101", 75, 1, true, 135},
+    {"Harbour Stock Interface", "HL-102", 82.5, 1, true, 80},
+    {"Okafor Website", "OD-210", 68, 2, true, 110},
+    {"Okafor Newsletter", "OD-214", 55, 2, true, 35},
+    {"Tern Calendar", "TV-330", 90, 3, true, 70},
+    {"Tern Archive Migration", "TV-331", 90, 3, false, 45},
+    {"Okafor Bookkeeping", "OD-220", 45, 2, true, 25},
+    {"Okafor Research & Reading", "OD-230", 60, 2, true, 40},
 };
 
 constexpr int monthsOfHistory = 5;
