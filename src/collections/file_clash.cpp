@@ -38,7 +38,8 @@ void overwrite() {
 
 void openRename() {
     FileClash& clash = Clash();
-    clash.controls.setValue(nameField, clash.DefaultName);
+    clash.controls.setValue(nameField,
+                            clash.DefaultName.isEmpty() ? clash.ClashingName : clash.DefaultName);
     QString base = CollectionFileName;
     if (base.endsWith(u".htm", Qt::CaseInsensitive))
         base.chop(extensionLength);
@@ -100,6 +101,7 @@ FileClash& Clash() {
 void FileExists_Response(QString& NewName, QString& FE_Response) {
     FileClash& clash = Clash();
     clash.reset();
+    clash.ClashingName = NewName.endsWith(u".htm") ? NewName.chopped(extensionLength) : NewName;
     clash.controls.setCaption(question, QStringLiteral("The name, ") + NewName +
                                             QStringLiteral(" already exists in the collection.\r"
                                                            "How do you want to handle this file?"));

@@ -27,6 +27,7 @@ class FileClash : public QObject {
     QString FE_Response;     ///< "" while the user thinks
     QString NewName;         ///< "" but after a rename
     QString DefaultName;     ///< offered as the new name; set by who files sheets
+    QString ClashingName;    ///< without its extension; offered where there is no default
 
     /// fraRename is on display, else FraMain.
     bool isRenaming() const { return m_renaming; }
