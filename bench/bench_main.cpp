@@ -8,6 +8,7 @@
 #include "projects_bench.h"
 #include "quiet_ports.h"
 #include "report.h"
+#include "sheets_bench.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/week_hours.h"
 #include "timekeeping/working_day.h"
@@ -187,6 +188,7 @@ int run(int argc, char** argv) {
                                  {calendarClick, 2, 0, false}, {calendarRunning, 0, 2, false},
                                  {compaction, 1.3, 0, true}};
     std::ranges::copy(AddProjectBenchmarks(quiet, present.date()), std::back_inserter(limits));
+    std::ranges::copy(AddSheetBenchmarks(quiet, present.date()), std::back_inserter(limits));
     TableReporter table(std::move(limits));
     benchmark::RunSpecifiedBenchmarks(&table);
     benchmark::ClearRegisteredBenchmarks(); // removes the folders

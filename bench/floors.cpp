@@ -9,6 +9,8 @@
 #include <QUrl>
 #include <QVariant>
 
+#include <libxml/HTMLparser.h>
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -151,6 +153,29 @@ bool FloorProjectPass(const QString& database, const QString& wanted) {
         for (int field = 0; field < fields; ++field)
             found |= rows.value(field).toString().toLower().contains(wanted);
     return found;
+}
+
+void FloorHtmlParses(const QByteArray& html, int times) {
+    for (int i = 0; i < times; ++i) {
+        const htmlDocPtr page = htmlReadMemory(html.constData(), int(html.size()), nullptr, "UTF-8",
+                                               HTML_PARSE_RECOVER | HTML_PARSE_NOERROR |
+                                                   HTML_PARSE_NOWARNING | HTML_PARSE_NONET);
+        check(page != nullptr, "parse");
+        xmlFreeDoc(page);
+    }
+}
+
+qsizetype FloorQueries(const QString& database, const QStringList& queries) {
+    RawDatabase raw(database);
+    QStringList cells;
+    for (const QString& query : queries) {
+        QSqlQuery rows = raw.execute(query);
+        const int fields = rows.record().count();
+        while (rows.next())
+            for (int field = 0; field < fields; ++field)
+                cells.append(rows.value(field).toString());
+    }
+    return cells.size();
 }
 
 void FloorCompaction(const QString& database, const QString& backup) {

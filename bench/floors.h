@@ -20,6 +20,10 @@ void FloorSave(const QString& target, const QByteArray& bytes);
 /// One pass over all projects through Qt SQL, with a search for the text in every field. True when
 /// it was found.
 bool FloorProjectPass(const QString& database, const QString& wanted);
+/// The page parsed by libxml2 alone, so many times.
+void FloorHtmlParses(const QByteArray& html, int times);
+/// The queries run one after the other on one connection, all fields as text.
+qsizetype FloorQueries(const QString& database, const QStringList& queries);
 /// VACUUM INTO a backup and into a copy, each flushed and renamed into place.
 void FloorCompaction(const QString& database, const QString& backup);
 

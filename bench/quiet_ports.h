@@ -116,6 +116,7 @@ class QuietPorts {
     QuietPorts(const QuietPorts&) = delete;
     QuietPorts& operator=(const QuietPorts&) = delete;
 
+    FileStore& files() { return m_files; }
     void openSettings(const QString& path) {
         m_settings = std::make_unique<SettingsStore>(m_files, path);
         ports.settings = m_settings.get();

@@ -43,6 +43,9 @@ void writeHours(SheetContext& context, Recordset& rows, int project, const QStri
 
 void writeProject(SheetContext& context, Connection& history, int project, QDate endDate,
                   const QString& increment, CalculationErrors& errors) {
+    Worksheet& sheet = context.sheet.worksheet();
+    sheet.beginChanges(); // the totals are computed once for the whole row
+    const auto done = qScopeGuard([&sheet] { sheet.endChanges(); });
     const SSVariable& name = SSVariables[anchor::Name];
     const SSVariable& number = SSVariables[anchor::Number];
     errors.step([&] {
@@ -78,7 +81,7 @@ void collectProjects(Recordset& rows) {
 bool fillFrom(SheetContext& context, const DatabaseLine& line, Connection& history, QDate endDate,
               const QString& increment, CalculationErrors& errors) {
     bool hasRows = true;
-    errors.step([&] { hasRows = Recordset(history, QStringLiteral("DayInfo")).count() > 0; });
+    errors.step([&] { hasRows = !Recordset(history, QStringLiteral("DayInfo")).isEmpty(); });
     if (!hasRows)
         return false;
     errors.step([&] {
@@ -133,7 +136,7 @@ bool fillEach(SheetContext& context, const QStringList& lines, QDate endDate,
 void SetUpByProjectCalculations(SheetContext& context, QDate endDate, const QString& increment) {
     CalculationErrors errors(QStringLiteral("SetUpByProjectCalculations"));
     const QString scanned = InAppPath(QString::fromLatin1(sheet_files::ScannedTemplate));
-    errors.step([&] { ports.files->writeAtomically(scanned, SheetFileBytes(context.sheet)); });
+    errors.step([&] { ports.files->create(scanned, SheetFileBytes(context.sheet)); });
     QStringList lines;
     errors.step([&] { lines = ReadDatabaseLines(); });
     if (fillEach(context, lines, endDate, increment, errors))

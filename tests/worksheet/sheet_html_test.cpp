@@ -2,7 +2,6 @@
 #include "worksheet/sheet_css.h"
 #include "worksheet/sheet_html.h"
 
-#include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
 #include <QStringEncoder>
@@ -192,10 +191,8 @@ class RandomSheets {
 };
 
 QByteArray saved(const char* name) {
-    // Set by CTest; by hand the tests run at the root of the source.
-    const QString tests =
-        qEnvironmentVariable("KELVRANE_TESTS", QDir::currentPath() + QStringLiteral("/tests"));
-    QFile file(tests + QStringLiteral("/worksheet/data/") + QString::fromLatin1(name));
+    // Tests run at the root of the source.
+    QFile file(QStringLiteral("tests/worksheet/data/") + QString::fromLatin1(name));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
     return file.readAll();
 }
