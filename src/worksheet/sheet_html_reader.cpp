@@ -7,6 +7,8 @@
 #include "worksheet/sheet_markup.h"
 #include "worksheet/table_grid.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -21,6 +23,13 @@ int wholeNumber(const std::optional<QByteArrayView>& value, int otherwise) {
     bool isNumber = false;
     const qlonglong number = value ? value->toByteArray().trimmed().toLongLong(&isNumber) : 0;
     return isNumber ? static_cast<int>(std::clamp<qlonglong>(number, 0, SheetRows)) : otherwise;
+}
+
+/// False for formulas that aren't ours, and for those that look at another sheet.
+bool canCompute(const QString& formula) {
+    static const QRegularExpression textsAndErrors(QStringLiteral(R"re("[^"]*+"?|#[A-Z0/]++!)re"),
+                                                   QRegularExpression::CaseInsensitiveOption);
+    return Formula(formula).isValid() && !QString(formula).remove(textsAndErrors).contains(u'!');
 }
 
 class SheetReader : public HtmlEvents {
@@ -274,8 +283,8 @@ void SheetReader::openCell(const HtmlTag& tag) {
     if (!tag.isBare())
         m_cell->source = CellSourceOf(tag, m_cell->range.first);
     QString& formula = m_cell->source.formula;
-    if (!m_isOurs && !formula.isEmpty() && !Formula(formula).isValid())
-        formula.clear(); // the value it was saved with says more than #NAME?
+    if (!m_isOurs && !formula.isEmpty() && !canCompute(formula))
+        formula.clear(); // the value it was saved with says more than #NAME? or #REF!
     m_cell->cell.style = m_styles.cellStyle(tag);
     if (m_isOurs)
         m_cell->source.numberFormat.clear(); // the style has it

@@ -269,7 +269,9 @@ TEST(SheetHtml, ValuesAreReadFromTheAttributesOfOtherPrograms) {
         {"<td x:num=\"0.5\">1/2</td>", "0.5"},
         {"<td x:num=\"inf\">7</td>", "7"},
         {"<td x:num=\"3\" x:fmla=\"=SUM(A2:A3)\">3</td>", "3", "=SUM(A2:A3)"},
-        {"<td x:num=\"3\" x:fmla=\"=Sheet2!A2\">3</td>", "3"}, // not one of ours
+        {"<td x:num=3 x:fmla='=A2&amp;\"!\"&amp;#REF!'>3</td>", "3", "=A2&\"!\"&#REF!"},
+        {"<td x:num=3 x:fmla='=Sheet2!A2'>3</td>", "3"}, // of what isn't there,
+        {"<td x:num=3 x:fmla='=A2+'>3</td>", "3"},       // or can't be read
         {"<td x:str>02134</td>", "'02134"},
         {"<td x:str=\"a  b \">a b</td>", "'a  b "},
         {"<td x:bool=\"FALSE\">no</td>", "FALSE"},
