@@ -147,9 +147,9 @@ void weeklySheet(const SheetFolder& on) {
     ports.files->create(on.path(QStringLiteral("week.htm")), sheet.HTMLData().toUtf8());
 }
 
-/// The template, the scanned copy, and the copy with its alias: three times a sheet is read.
+/// The template, and the scanned sheet with its alias: twice a sheet is read.
 void weeklyFloor(const SheetFolder& on) {
-    FloorHtmlParses(ports.files->read(on.path(QStringLiteral("week.htm"))), 3);
+    FloorHtmlParses(ports.files->read(on.path(QStringLiteral("week.htm"))), 2);
     QStringList queries = {PeriodQuery(on.monday(), on.monday().addDays(6))};
     for (int i = 0; i < projects; ++i)
         queries.append(

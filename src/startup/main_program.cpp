@@ -12,6 +12,7 @@
 #include "startup/command_line.h"
 #include "startup/first_run_data.h"
 #include "timekeeping/shut_down.h"
+#include "timesheets/template_variables.h"
 #include "tray/hidden_form.h"
 
 #include <variant>
@@ -145,6 +146,7 @@ StartResult Main(const QString& CommandText, bool previousInstance) {
     LogStep(QStringLiteral("Creating System Tray Icon"));
     step([] { ports.tray->showIcon(); });
     LogStep(QStringLiteral("Setting Global Chart Types"));
+    InitSpreadsheetTables();
     FillChartTypes();
     LogStep(QStringLiteral("Loading Control form"));
     step([] { ports.screens->show(Screen::frmSTM); });

@@ -35,7 +35,7 @@ QString cellName(int column, int row) {
 /// Deals rows out to the files of their customers; the files are written at the end.
 class Deal {
   public:
-    explicit Deal(CalculationErrors& errors) : m_errors(errors) {}
+    Deal(Recordset& projects, CalculationErrors& errors) : m_projects(projects), m_errors(errors) {}
 
     /// False when the rest of the database is given up: a project isn't in the project table.
     bool take(Recordset& row) {
@@ -57,16 +57,17 @@ class Deal {
     /// A customer met before keeps the file that is current: the rows go to the customer met last,
     /// and that is wanted.
     bool turnTo(const QString& name) {
-        OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
-        if (!projects.rows.isEmpty())
-            projects.rows.find(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
-        if (projects.rows.atEnd()) {
+        if (!m_projects.isEmpty()) {
+            m_projects.moveFirst();
+            m_projects.find(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
+        }
+        if (m_projects.atEnd()) {
             MsgBox(QStringLiteral("Customer ID for project name \"") + name +
                    QStringLiteral("\" does not exist, skipping this project."));
             return false;
         }
         m_previous = name;
-        const QString id = projects.rows.text(QStringLiteral("CustInfoDBID"));
+        const QString id = m_projects.text(QStringLiteral("CustInfoDBID"));
         if (!id.isEmpty() && CustomerIDs.contains(int(id.toInt())))
             return true;
         m_id = id.isEmpty() ? noCustomer : id;
@@ -86,6 +87,7 @@ class Deal {
                QLatin1Char('\n');
     }
 
+    Recordset& m_projects;
     CalculationErrors& m_errors;
     QString m_previous;
     QString m_id;
@@ -111,7 +113,8 @@ bool dealOutEach(SheetContext& context, QDate endDate, Deal& deal, CalculationEr
         if (!context.isAccepted[item])
             continue;
         DatabaseLine line;
-        errors.step([&] { line = ReadDatabaseLine(lines, item); });
+        if (!errors.step([&] { line = ReadDatabaseLine(lines, item); }))
+            continue;
         try {
             Connection history(line.path);
             dealOut(context, history, endDate, deal, errors);
@@ -167,7 +170,8 @@ void writeAmount(SheetContext& context, Recordset& projects, const QStringList& 
         const SheetRange cell = context.sheet.Range(cellName(total.Col, total.Row + offset));
         cell.setValue(QStringLiteral("=(") + cellName(hours.Col, hours.Row + offset) +
                       QLatin1Char('*') + cellName(rate.Col, rate.Row + offset) + QLatin1Char(')'));
-        cell.setValue(FormatCellValue(ToDouble(cell.Value()), amountFormat));
+        const QString amount = cell.Value();
+        cell.setValue(IsNumeric(amount) ? FormatCellValue(ToDouble(amount), amountFormat) : amount);
     }
 }
 
@@ -217,10 +221,19 @@ void buildSheet(SheetContext& context, OpenTable& customers, OpenTable& projects
 void SetUpByCustomerCalculations(SheetContext& context, QDate endDate, const QString& increment) {
     CalculationErrors errors(QStringLiteral("SetUpByCustomerCalculations"));
     CustomerIDs.clear();
-    Deal deal(errors);
-    if (!dealOutEach(context, endDate, deal, errors))
+    try {
+        OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
+        Deal deal(projects.rows, errors);
+        if (!dealOutEach(context, endDate, deal, errors))
+            return;
+        deal.write();
+    } catch (const RuntimeError& error) {
+        if (error.number == errors::DatabaseOpen)
+            TellMissingDatabase(ProjectDatabase);
+        else
+            errors.report(error);
         return;
-    deal.write();
+    }
     context.noData = CustomerIDs.isEmpty();
     if (!context.noData)
         errors.step([&] { BuildCustomerSheets(context, increment); });
@@ -231,7 +244,8 @@ void BuildCustomerSheets(SheetContext& context, const QString& increment) {
     ports.files->create(copy, SheetFileBytes(context.sheet));
     OpenTable customers(ProjectDatabase, QStringLiteral("CustomerInfo"), Recordset::ReadOnly);
     OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
-    for (const Int16 id : std::as_const(CustomerIDs)) {
+    const QList<Int16> ids = CustomerIDs; // filing a sheet lets events through
+    for (const Int16 id : ids) {
         context.sheet.setHTMLURL(context.templatePath);
         if (customers.rows.isEmpty())
             break;

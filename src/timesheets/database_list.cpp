@@ -65,6 +65,8 @@ void closeHelper() {
 
 void addFromMenu() {
     SelectedDBIndex = DBCount;
+    // What is marked is what a key would change.
+    emit Databases().ItemMarked(DBCount > 0 ? QString::number(DBCount) : QString());
     AddDatabase();
 }
 

@@ -1,7 +1,6 @@
 #include "timesheets/frmSpreadsheet.h"
 
 #include "frame/error_report.h"
-#include "frame/globals.h"
 #include "frame/help_topics.h"
 #include "platform/ports.h"
 #include "timesheets/frmSpreadsheetDatabases.h"
@@ -49,10 +48,10 @@ QLabel* createHint(const QString& name, const QString& text, QWidget* parent) {
     return label;
 }
 
-/// The day of the week as Qt counts it; Sunday is 1 in the setting.
+/// As Qt counts the days.
 Qt::DayOfWeek firstDayOfWeek() {
-    const int day = StartOfWeek.toInt();
-    return day < 2 || day > 7 ? Qt::Sunday : Qt::DayOfWeek(day - 1);
+    const int day = SheetFirstDayOfWeek();
+    return day == 1 ? Qt::Sunday : Qt::DayOfWeek(day - 1);
 }
 
 } // namespace

@@ -152,6 +152,14 @@ class DatabaseView final : public QListView {
     }
 
     void keyPressEvent(QKeyEvent* event) override {
+        // The focus lights a row that nobody has selected yet: the first key does.
+        const bool selects = event->key() == Qt::Key_Space || event->key() == Qt::Key_Down ||
+                             event->key() == Qt::Key_Up;
+        if (selects && SelectedDBIndex == -1 && currentIndex().isValid()) {
+            click(currentIndex());
+            if (event->key() != Qt::Key_Space)
+                return;
+        }
         bool taken = false;
         if (event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier)
             Guarded(QStringLiteral("smuiSelectDBs_KeyDown"), [&] {

@@ -98,24 +98,23 @@ bool fillFrom(SheetContext& context, const DatabaseLine& line, Connection& histo
     return true;
 }
 
-void putAlias(SheetContext& context, const QString& alias) {
-    QString html = context.sheet.HTMLData();
-    context.sheet.setHTMLData(html.replace(QLatin1String("#ALIAS#"), alias));
-}
-
 /// False ends the calculation: the database can't be opened.
 bool fillEach(SheetContext& context, const QStringList& lines, QDate endDate,
               const QString& increment, CalculationErrors& errors) {
-    const QString scanned = InAppPath(QString::fromLatin1(sheet_files::ScannedTemplate));
+    // From memory: a copy that can't be read would lay one database's hours over another's.
+    const QString scanned = context.sheet.HTMLData();
     for (int item = 0; item < context.isAccepted.size(); ++item) {
         if (!context.isAccepted[item])
             continue;
-        errors.step([&] { context.sheet.setHTMLURL(scanned); });
         ProjectNames.clear();
         ProjectNumbers.clear();
         DatabaseLine line;
-        errors.step([&] { line = ReadDatabaseLine(lines, item); });
-        errors.step([&] { putAlias(context, line.alias); });
+        if (!errors.step([&] { line = ReadDatabaseLine(lines, item); }))
+            continue;
+        QString own = scanned;
+        own.replace(QLatin1String("#ALIAS#"), line.alias);
+        if (!errors.step([&] { context.sheet.setHTMLData(own); }))
+            return false;
         try {
             Connection history(line.path);
             if (!fillFrom(context, line, history, endDate, increment, errors))

@@ -22,6 +22,8 @@ struct SpreadsheetState {
     bool TemplateModified = false; ///< the sheet was changed while TemplateEditing
     bool TemplateEditing = false;  ///< a template, not a result, is on the sheet
 
+    bool Calculating = false; ///< what the user does to start another one is ignored
+
     QString caption;            ///< of the window
     QDate selectedDate;         ///< of MonthView1
     bool calendarShown = false; ///< MonthView1

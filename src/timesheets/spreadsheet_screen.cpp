@@ -112,9 +112,8 @@ SheetPeriod period() {
     QDate end = state().selectedDate;
     for (int day = 1; day < state().CalcNumDays; ++day)
         end = DateFromText(StepDate(end, 1));
-    const int firstDay = StartOfWeek.isEmpty() ? 1 : int(ToInt16(StartOfWeek));
     return {Sheets().SmartToolBar.item(startDate).caption, end,
-            WeekNumber(state().selectedDate, firstDay)};
+            WeekNumber(state().selectedDate, SheetFirstDayOfWeek())};
 }
 
 void fileSheet(QString name) {
@@ -139,13 +138,25 @@ void fillSheet(const SheetPeriod& period) {
 
 // The commands of the tool bar.
 
+/// A result is on the sheet now: its edits are no template's, and it isn't saved over one.
+void leaveTemplate() {
+    state().TemplateModified = state().TemplateEditing = false;
+    Sheets().SmartToolBar.setEnabled(saveCommand, false);
+}
+
+void enterTemplate(bool canSave) {
+    state().TemplateEditing = true;
+    state().TemplateModified = false;
+    Sheets().SmartToolBar.setEnabled(saveCommand, canSave);
+}
+
 void calculate() {
     state().caption = SheetCaption;
-    CheckTemplateChanges();
+    if (!CheckTemplateChanges())
+        return;
     FillSMUIToolbox();
     AddData();
     Sheets().layOut();
-    state().TemplateModified = state().TemplateEditing = false;
 }
 
 void showSetup() {
@@ -163,23 +174,27 @@ void showTemplateSetup() {
 }
 
 void newTemplate() {
+    if (!CheckTemplateChanges())
+        return;
     Sheets().ss1.setHTMLData({});
     state().CurrentTemplate.clear();
     showTemplateSetup();
-    state().TemplateEditing = true;
+    enterTemplate(false);
 }
 
 void openTemplate() {
-    if (!ShowLoad(false))
+    if (!CheckTemplateChanges() || !ShowLoad(false))
         return;
     showTemplateSetup();
-    Sheets().SmartToolBar.setEnabled(saveCommand, true);
-    state().TemplateEditing = true;
+    enterTemplate(true);
 }
 
 void saveNewTemplate() {
-    if (ShowSave(SheetFileKind::Template))
-        state().TemplateEditing = state().TemplateModified = false;
+    bool written = false;
+    if (ShowSave(SheetFileKind::Template, &written))
+        state().TemplateEditing = false;
+    if (written)
+        state().TemplateModified = false;
 }
 
 void saveTemplate() {
@@ -201,15 +216,18 @@ void saveTemplateAs() {
 }
 
 void viewCurrentTemplate() {
-    state().CurrentTemplate = Sheets().smuiStatusBar.item(templateName).caption;
-    if (state().CurrentTemplate.isEmpty() || !ports.files->exists(state().CurrentTemplate)) {
+    const QString path = Sheets().smuiStatusBar.item(templateName).caption;
+    if (path.isEmpty() || !ports.files->exists(path)) {
+        state().CurrentTemplate = path;
         MsgBox(QStringLiteral("No current template saved"));
         return;
     }
-    Sheets().ss1.setHTMLURL(state().CurrentTemplate);
-    state().TemplateEditing = true;
+    if (!CheckTemplateChanges())
+        return;
+    Sheets().ss1.setHTMLURL(path);
+    state().CurrentTemplate = path;
     showTemplateSetup();
-    Sheets().SmartToolBar.setEnabled(saveCommand, true);
+    enterTemplate(true);
 }
 
 void setDefault() {
@@ -221,6 +239,8 @@ void setDefault() {
 }
 
 void addToCollection() {
+    if (ports.screens->isLoaded(Screen::frmCollectionLoc)) // it waits for that one already
+        return;
     const auto done = qScopeGuard([] {
         if (isThere())
             state().TemplateEditing = false;
@@ -314,7 +334,7 @@ bool takeNumDays(const QString& value) {
                QStringLiteral("Invalid Entry"));
     if (days <= 0) {
         showNumDays();
-        return false;
+        return days == 0; // the old number is calculated with once more
     }
     state().CalcNumDays = days;
     SaveRegNumber(days, keys::SpreadSheetInfo, QStringLiteral("CalcNumDays"));
@@ -355,6 +375,7 @@ void LoadSpreadsheet() {
     readSettings();
     sheets.smuiStatusBar.setCaption(templateName, SS_Template);
     showCollection();
+    Databases().reset(); // a list that can't be read shows none
     step([] { LoadDatabaseList(); });
     SelectedDBIndex = -1;
     FillSMUIToolbox();
@@ -368,8 +389,14 @@ void UnloadSpreadsheet() {
 }
 
 void CloseSpreadsheet() {
-    CheckTemplateChanges();
+    if (!CheckTemplateChanges())
+        return;
     ports.screens->unload(Screen::frmSpreadsheet);
+}
+
+int SheetFirstDayOfWeek() {
+    const int day = StartOfWeek.toInt();
+    return day >= 1 && day <= 7 ? day : 1;
 }
 
 void FillSMUIToolbox() {
@@ -384,6 +411,10 @@ void FillSMUIToolbox() {
 }
 
 void AddData() {
+    if (state().Calculating) // filing a sheet lets events through
+        return;
+    state().Calculating = true;
+    const auto done = qScopeGuard([] { state().Calculating = false; });
     HideSheetCalendar();
     if (needsCollection() && !hasCollection()) {
         MsgBox(QStringLiteral("Please select a valid Collection Location, then rerun the "
@@ -396,6 +427,7 @@ void AddData() {
         return;
     Sheets().ss1.setHTMLURL(SS_Template);
     state().Calculated = true;
+    leaveTemplate();
     enableAdding();
     ProjectNames.clear();
     ProjectNumbers.clear();
@@ -411,11 +443,9 @@ void AddData() {
 
 void ShowPrint() {
     const QString file = InAppPath(QString::fromLatin1(sheet_files::PrintData));
-    ports.files->create(file, SheetFileBytes(Sheets().ss1));
-    const auto done = qScopeGuard([&] {
-        SkipErrors step(QStringLiteral("ShowPrint"));
-        step([&] { ports.files->remove(file, true); });
-    });
+    SkipErrors step(QStringLiteral("ShowPrint"));
+    step([&] { ports.files->create(file, SheetFileBytes(Sheets().ss1)); });
+    const auto done = qScopeGuard([&] { step([&] { ports.files->remove(file, true); }); });
     if (!ports.printer->choose(QStringLiteral("Print")) || !isThere())
         return;
     const SheetContents contents = Sheets().ss1.worksheet().contents();
@@ -438,15 +468,15 @@ void SheetOptionChange(const QString& key, const QString& value) {
     for (const OptionRow& row : optionRows)
         if (key == QLatin1String(row.key) && row.take(value)) {
             ports.events->yield();
-            if (isThere())
+            if (isThere() && CheckTemplateChanges())
                 AddData();
             return;
         }
 }
 
 void SheetDateClick(QDate date) {
-    CheckTemplateChanges();
-    state().TemplateModified = state().TemplateEditing = false;
+    if (!CheckTemplateChanges())
+        return;
     setStartDate(date);
     HideSheetCalendar();
     AddData();

@@ -49,14 +49,12 @@ bool ShowLoad(bool AskForChange) {
                                                  .folder = AppPath(),
                                                  .filter = filter,
                                                  .defaultExtension = extension});
-    if (!chosen)
+    if (!chosen || !ports.files->exists(*chosen))
         return false;
     SpreadsheetModel& sheets = Sheets();
-    if (ports.files->exists(*chosen)) {
-        sheets.ss1.setHTMLURL(*chosen);
-        sheets.state.CurrentTemplate = *chosen;
-        sheets.state.sheetShown = true;
-    }
+    sheets.ss1.setHTMLURL(*chosen);
+    sheets.state.CurrentTemplate = *chosen;
+    sheets.state.sheetShown = true;
     if (AskForChange) {
         if (agrees(QStringLiteral("Set ") + *chosen + QStringLiteral(" as default?"),
                    QStringLiteral("Set as default?")))
@@ -72,7 +70,7 @@ bool ShowLoad(bool AskForChange) {
     return true;
 }
 
-bool ShowSave(SheetFileKind FileType) {
+bool ShowSave(SheetFileKind FileType, bool* written) {
     const bool isTemplate = FileType == SheetFileKind::Template;
     const auto chosen = ports.dialogs->saveFile(
         {.title = QStringLiteral("Save As"),
@@ -87,6 +85,8 @@ bool ShowSave(SheetFileKind FileType) {
         agrees(QStringLiteral("File Exists, Overwrite this file?"), QStringLiteral("File Exists"));
     if (overwrite)
         ports.files->writeAtomically(*chosen, SheetFileBytes(Sheets().ss1));
+    if (written)
+        *written = overwrite;
     if (isTemplate)
         Sheets().state.CurrentTemplate = *chosen;
     return true;
@@ -107,18 +107,20 @@ void PromptSaveTemplateChanges(const QString& savedPath, const QString& tempPath
     Sheets().smuiStatusBar.setCaption(templateName, savedPath);
 }
 
-void CheckTemplateChanges() {
+bool CheckTemplateChanges() {
     const SpreadsheetModel& sheets = Sheets();
     if (!sheets.state.TemplateModified)
-        return;
+        return true;
     if (sheets.state.CurrentTemplate.isEmpty()) { // a new one that has no file yet
-        if (agrees(changesFound, saveChanges))
-            ShowSave(SheetFileKind::Template);
-        return;
+        bool written = !agrees(changesFound, saveChanges);
+        if (!written)
+            ShowSave(SheetFileKind::Template, &written);
+        return written;
     }
     QString temporary;
     if (VerifyAgainstSSData(sheets.state.CurrentTemplate, sheets.ss1.HTMLData(), temporary))
         PromptSaveTemplateChanges(sheets.state.CurrentTemplate, temporary);
+    return true;
 }
 
 } // namespace kelvrane

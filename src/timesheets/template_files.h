@@ -13,14 +13,16 @@ enum class SheetFileKind { Template, Timesheet };
 bool ShowLoad(bool AskForChange);
 /// The save dialog, the question before a file is overwritten, and the file. A template's name
 /// becomes the current template, also when it wasn't overwritten. False when the dialog was
-/// cancelled. Raises what the file store raises.
-bool ShowSave(SheetFileKind FileType);
+/// cancelled. Written, when given, says whether there is a file with it now. Raises what the file
+/// store raises.
+bool ShowSave(SheetFileKind FileType, bool* written = nullptr);
 
 /// "Do you wish to save changes?" for a template that differs from its file, then whether it is to
 /// be the default. The temporary file is gone afterwards.
 void PromptSaveTemplateChanges(const QString& savedPath, const QString& tempPath);
-/// Before the sheet is replaced: compares a modified template with its file, and asks.
-void CheckTemplateChanges();
+/// Before the sheet is replaced: compares a modified template with its file, and asks. False when
+/// the user wants to keep a new template and gave up naming its file: the sheet should stay.
+bool CheckTemplateChanges();
 
 /// Keeps a path as the default template, SS_Template, if it differs, and as the one of this run.
 void SetDefaultTemplate(const QString& path);

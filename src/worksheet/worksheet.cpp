@@ -22,10 +22,10 @@ const QString dateFormat = QStringLiteral("m/d/yyyy");
 
 /// A text that would be read as something else needs its apostrophe.
 QString typedText(const QString& text, const CellStyle& style) {
-    const bool staysText = IsTextFormat(style.numberFormat) || IsText(ParseTyped(text).value);
-    const bool plain =
-        staysText && !text.startsWith(QLatin1Char('\'')) && !text.startsWith(QLatin1Char('='));
-    return plain ? text : QLatin1Char('\'') + text;
+    const bool marked = text.startsWith(QLatin1Char('\''));
+    const bool isText = IsTextFormat(style.numberFormat) ||
+                        (!text.startsWith(QLatin1Char('=')) && IsText(ParseTyped(text).value));
+    return isText && !marked ? text : QLatin1Char('\'') + text;
 }
 
 QString typedNumber(double number, const CellStyle& style) {
@@ -145,7 +145,8 @@ void Worksheet::enter(CellAddress cell, const QString& text) {
     Cell entered = m_contents.cells.value(cell);
     entered.formula.clear();
     if (IsTextFormat(entered.style.numberFormat)) {
-        entered.value = text.isEmpty() ? CellValue() : CellValue(text);
+        const QString plain = text.startsWith(QLatin1Char('\'')) ? text.sliced(1) : text;
+        entered.value = text.isEmpty() ? CellValue() : CellValue(plain);
     } else if (text.size() > 1 && text.startsWith(QLatin1Char('='))) {
         entered.formula = text;
     } else {

@@ -63,6 +63,13 @@ TEST_F(WorksheetTest, InputGivesBackWhatWasTyped) {
     sheet.enter(at("F1"), "02134");
     EXPECT_EQ(text("F1"), "02134");
     EXPECT_EQ(input("F1"), "02134") << "under @ everything is text";
+    for (const char* typed : {"'Alpha", "=1+1", "''twice"}) {
+        sheet.enter(at("F1"), QString::fromLatin1(typed));
+        const std::string shown = text("F1");
+        EXPECT_EQ(shown, typed[0] == '\'' ? typed + 1 : typed);
+        sheet.enter(at("F1"), sheet.input(at("F1")));
+        EXPECT_EQ(text("F1"), shown) << "typed again as the formula bar has it";
+    }
 }
 
 TEST_F(WorksheetTest, StructureMovesCellsFormulasSizesAndMerges) {
