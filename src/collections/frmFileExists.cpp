@@ -99,7 +99,10 @@ QWidget* frmFileExists::createRename() {
 void frmFileExists::refresh() {
     const KeyedItems& controls = Clash().controls;
     const QString text = controls.item(T("Label1")).caption;
-    Label1->setText(QString(text).replace(u'\r', u'\n'));
+    if (const QString shown = QString(text).replace(u'\r', u'\n'); Label1->text() != shown) {
+        Label1->setText(shown);
+        fitHeight();
+    }
     if (const QString name = controls.value(T("txtFileName")); txtFileName->text() != name)
         txtFileName->setText(name);
 }
@@ -111,14 +114,22 @@ void frmFileExists::showFrame() {
     fraRename->setVisible(renaming);
     auto* button = findChild<QPushButton*>(renaming ? T("OKButton") : T("cmdSkip"));
     button->setDefault(true);
-    layout()->activate(); // it still holds the room of the other frame
-    resize(width(), renaming ? renameHeight : layout()->totalHeightForWidth(width()));
+    fitHeight();
     if (!renaming) {
         button->setFocus();
         return;
     }
     txtFileName->setFocus();
     txtFileName->selectAll();
+}
+
+void frmFileExists::fitHeight() {
+    // They still hold the room of the other frame, or of another text.
+    for (QWidget* frame : {FraMain, fraRename})
+        frame->layout()->invalidate();
+    layout()->invalidate();
+    layout()->activate();
+    resize(width(), Clash().isRenaming() ? renameHeight : layout()->totalHeightForWidth(width()));
 }
 
 void frmFileExists::reject() {

@@ -26,6 +26,7 @@ class frmFileExists : public QDialog {
     QWidget* createRename();
     void refresh();
     void showFrame();
+    void fitHeight();
 
     QWidget* FraMain;
     QWidget* fraRename;
