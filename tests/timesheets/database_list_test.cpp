@@ -99,6 +99,7 @@ TEST_F(DatabaseListTest, AFlipRewritesTheLineOfThatNumberAndNoOther) {
         {"surplus fields go", "a;1.mdb;DECLINE;more\r\n", 1, "a;1.mdb;ACCEPT\r\n"},
         {"neighbours keep their bytes, this one is UTF-8 now", "J\xFC;1.mdb;\r\nK\xFC;2.mdb;x\r\n",
          2, "J\xFC;1.mdb;\r\nK\xC3\xBC;2.mdb;DECLINE\r\n"},
+        {"a carriage return within the line", "a\rb;1\r.mdb;\r\n", 1, "a\rb;1\r.mdb;DECLINE\r\n"},
         {"NULs", QByteArray("a\0b;1.mdb;\r\nc;2\0.mdb;\r\n", 21), 2,
          QByteArray("a\0b;1.mdb;\r\nc;2\0.mdb;DECLINE\r\n", 30)},
     };
