@@ -16,7 +16,8 @@ namespace {
 /// equal keeps its spelling.
 template <typename Change>
 QString rewritten(const QString& formula, Change change) {
-    if (!formula.startsWith(u'='))
+    // What is no formula stays so: "2F1" would become the number 2E1 with a column less.
+    if (!formula.startsWith(u'=') || !Formula(formula).isValid())
         return formula;
     QString result;
     qsizetype copied = 0;

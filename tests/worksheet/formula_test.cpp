@@ -221,6 +221,8 @@ TEST(FormulaTest, ACopiedFormulaMovesWhatIsRelative) {
     EXPECT_EQ(ShiftedFormula("=B2+A1:B2", -1, 0), "=B1+#REF!");
     EXPECT_EQ(ShiftedFormula("=A1", 2'000'000'000, 2'000'000'000), "=#REF!");
     EXPECT_EQ(ShiftedFormula("=sum(a1)", 0, 0), "=sum(a1)");
+    EXPECT_EQ(ShiftedFormula("=MIN(2F1)", 0, -1), "=MIN(2F1)") << "no number 2E1";
+    EXPECT_EQ(AdjustedFormula("=MIN(2F1)", {false, 0, -1}), "=MIN(2F1)");
 }
 
 TEST(FormulaTest, AFormulaFollowsItsCellsThroughInsertionsAndDeletions) {
