@@ -1,7 +1,7 @@
 # The commands of the project. Each one sets up what it needs and does no work twice.
 SHELL := /bin/bash
 .DEFAULT_GOAL := help
-.PHONY: help run test tour bench sanitize format check-format clean setup-build setup-bench setup-lint
+.PHONY: help run test tour bench sanitize fuzz format check-format clean setup-build setup-bench setup-fuzz setup-lint
 
 # Set on the command line: make run ARGS=debug
 ARGS ?=
@@ -40,6 +40,9 @@ sanitize: setup-build build/sanitize/build.ninja ## the tests under address and 
 	cmake --build --preset sanitize
 	ctest --preset sanitize
 
+fuzz: setup-build setup-fuzz build/fuzz/build.ninja ## build the fuzz targets; fuzz/README.md tells how to run them
+	cmake --build --preset fuzz
+
 sources = git ls-files -co --exclude-standard -- '*.cpp' '*.h'
 
 format: setup-lint ## format all sources
@@ -51,7 +54,7 @@ check-format: setup-lint ## fail where a source isn't formatted
 clean: ## remove everything that was built
 	rm -rf build out
 
-setup-build setup-bench setup-lint: setup-%:
+setup-build setup-bench setup-fuzz setup-lint: setup-%:
 	@tools/setup.sh $*
 
 # A changed CMakeLists.txt is Ninja's business; a changed preset is ours.
