@@ -1,4 +1,4 @@
-#include "collections/collection_location.h"
+#include "collections/current_collection.h"
 #include "frame/settings.h"
 #include "sheet_fixture.h"
 #include "timesheets/database_list.h"
@@ -6,6 +6,7 @@
 #include "timesheets/spreadsheet_screen.h"
 #include "timesheets/template_files.h"
 
+#include <QDir>
 #include <QFile>
 
 namespace kelvrane::testing {
@@ -167,6 +168,60 @@ TEST_F(SpreadsheetScreenTest, ATemplateIsOpenedEditedAndSaved) {
     dialogs.expect("Changes were found", BoxAnswer::Yes);
     SheetDateClick(QDate(2003, 1, 5));
     EXPECT_EQ(cell("A1"), "Typed again");
+}
+
+TEST_F(SpreadsheetScreenTest, AResultIsNoTemplate) {
+    dialogs.expectFile(path("week.htm"));
+    click("TEMPLATE_OPEN");
+    typeIntoSheet("A1", "typed");
+    dialogs.expect("Changes were found", BoxAnswer::No);
+    option("TIMEINCREMENTS", "1 Hour"); // asks like any other road
+    EXPECT_FALSE(Sheets().state.TemplateEditing);
+    EXPECT_FALSE(Sheets().SmartToolBar.item("TEMPLATE_SAVE").enabled);
+    typeIntoSheet("D5", "8"); // a correction on the result
+    const QByteArray before = fileBytes("week.htm");
+    click("TIMESHEET_CALCULATE");
+    EXPECT_EQ(fileBytes("week.htm"), before);
+}
+
+TEST_F(SpreadsheetScreenTest, ANewTemplateThatIsToBeKeptStaysUntilItHasAName) {
+    click("TEMPLATE_NEW");
+    typeIntoSheet("A1", "precious");
+    dialogs.expect("Changes were found", BoxAnswer::Yes);
+    dialogs.expectFile(std::nullopt); // the file dialog is cancelled
+    click("TIMESHEET_CALCULATE");
+    EXPECT_EQ(cell("A1"), "precious");
+    dialogs.expect("Changes were found", BoxAnswer::Yes);
+    dialogs.expectFile(path("week.htm"));
+    dialogs.expect("File Exists, Overwrite this file?", BoxAnswer::No);
+    click("EXIT");
+    EXPECT_EQ(cell("A1"), "precious");
+    EXPECT_FALSE(screens.unloaded.contains(Screen::frmSpreadsheet));
+    EXPECT_TRUE(Sheets().state.TemplateModified);
+    Sheets().state.TemplateModified = false;
+}
+
+TEST_F(SpreadsheetScreenTest, ACalculationIsntStartedWithinAnother) {
+    StoreCollection(path("sheets"), "Week");
+    QDir().mkpath(path("sheets"));
+    const QString other = path("other.mdb");
+    CreateDayInfoDatabase(other);
+    addDayTo(other, "1/6/2003", "Beta", 60);
+    listDatabases({ownLine(), "Ann;" + other + ";ACCEPT"});
+    load();
+    int nested = 0;
+    events.onYield = [&] { // while a sheet is filed
+        ++nested;
+        click("TIMESHEET_CALCULATE");
+        SheetDateClick(QDate(2003, 1, 5));
+    };
+    click("TIMESHEET_CALCULATE");
+    events.onYield = nullptr;
+    EXPECT_GT(nested, 0);
+    EXPECT_TRUE(QFile::exists(path("sheets/Week_data/Me.htm")));
+    EXPECT_TRUE(QFile::exists(path("sheets/Week_data/Ann.htm")));
+    EXPECT_EQ(cell("A5"), "Beta");
+    EXPECT_EQ(cell("A6"), "");
 }
 
 TEST_F(SpreadsheetScreenTest, NewTemplatesAreSavedUnderANameAndMayBecomeTheDefault) {

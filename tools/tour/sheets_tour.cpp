@@ -66,6 +66,13 @@ void SheetsTour::keepHtml(const char* name, const Spreadsheet& sheet) const {
         file.write(sheet.HTMLData().toUtf8());
 }
 
+void SheetsTour::print(const char* name) {
+    for (const auto paper : {QPageSize::A4, QPageSize::Letter}) {
+        m_printer.prepare(T(name) + QPageSize(paper).key(), paper);
+        command("TIMESHEET_PRINT");
+    }
+}
+
 void SheetsTour::run() {
     ports.screens->show(Screen::frmSpreadsheet);
     picture("sheet-empty", Screen::frmSpreadsheet);
@@ -84,10 +91,7 @@ void SheetsTour::week() {
     SheetDateClick(QDate(2026, 2, 23));
     picture("sheet-week", Screen::frmSpreadsheet);
     keepHtml("timesheet", Sheets().ss1);
-    for (const auto paper : {QPageSize::A4, QPageSize::Letter}) {
-        m_printer.prepare(T("timesheet-") + QPageSize(paper).key(), paper);
-        command("TIMESHEET_PRINT");
-    }
+    print("timesheet-");
 }
 
 void SheetsTour::screenParts() {
@@ -118,10 +122,7 @@ void SheetsTour::invoices() {
     option("SORTORDER", "By Customer");
     picture("sheet-invoice", Screen::frmSpreadsheet);
     keepHtml("invoice", Sheets().ss1);
-    for (const auto paper : {QPageSize::A4, QPageSize::Letter}) {
-        m_printer.prepare(T("invoice-") + QPageSize(paper).key(), paper);
-        command("TIMESHEET_PRINT");
-    }
+    print("invoice-");
     // The second time each name is in the collection already.
     QTimer poll;
     int clashes = 0;
@@ -135,6 +136,10 @@ void SheetsTour::invoices() {
     });
     poll.start(10);
     command("TIMESHEET_CALCULATE");
+    SheetDateClick(QDate(2025, 12, 1));
+    option("CALCNUMDAYS", "60");
+    picture("sheet-long-invoice", Screen::frmSpreadsheet);
+    print("long-invoice-");
 }
 
 void SheetsTour::viewer() {

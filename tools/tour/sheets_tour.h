@@ -41,6 +41,9 @@ class SheetsTour {
     void picture(const char* name, Screen which);
     void keepHtml(const char* name, const Spreadsheet& sheet) const;
 
+    /// What the sheet shows, on A4 and on Letter.
+    void print(const char* name);
+
     void week();
     void screenParts();
     void collectionPlace();
