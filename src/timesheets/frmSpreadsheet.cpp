@@ -4,6 +4,7 @@
 #include "frame/help_topics.h"
 #include "platform/ports.h"
 #include "timesheets/frmSpreadsheetDatabases.h"
+#include "timesheets/sheet_calculation.h"
 #include "timesheets/spreadsheet_model.h"
 #include "timesheets/spreadsheet_screen.h"
 #include "widgets/captions.h"
@@ -21,6 +22,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QProgressBar>
 #include <QStackedWidget>
 #include <QToolButton>
@@ -39,6 +41,20 @@ constexpr int toolboxHeight = 210;
 constexpr int progressWidth = 140;
 constexpr int pageEmpty = 0, pageSheet = 1, pageNoData = 2;
 constexpr int sheetHelpTopic = 1000;
+
+/// Closes on a release, and when the pointer is drawn off it with the button down.
+class CloseMark final : public FlatButton {
+  public:
+    using FlatButton::FlatButton;
+
+  protected:
+    void mouseMoveEvent(QMouseEvent* event) override {
+        const bool left = isDown() && !rect().contains(event->position().toPoint());
+        FlatButton::mouseMoveEvent(event);
+        if (left)
+            emit clicked();
+    }
+};
 
 QLabel* createHint(const QString& name, const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
@@ -135,7 +151,7 @@ QWidget* frmSpreadsheet::createSide() {
         new KeyedPanel(&Sheets().SmartToolbox, QStringLiteral("Template Information"), m_side);
     SmartToolbox->setObjectName(QStringLiteral("SmartToolbox"));
     SmartToolbox->setMinimumHeight(toolboxHeight);
-    auto* close = new FlatButton(SmartToolbox);
+    auto* close = new CloseMark(SmartToolbox);
     close->setObjectName(QStringLiteral("ImgClose"));
     close->setCaption(QStringLiteral("Close the options"));
     close->setWordShown(false);

@@ -1,5 +1,7 @@
 #include "timesheets/spreadsheet_model.h"
 
+#include <utility>
+
 namespace kelvrane {
 
 namespace {
@@ -105,6 +107,11 @@ void SpreadsheetModel::reset() {
     smuiStatusBar.refill(status);
     ss1.setHTMLData({});
     emit LayoutChanged();
+}
+
+void SpreadsheetModel::hideCalendar() {
+    if (std::exchange(state.calendarShown, false))
+        layOut();
 }
 
 SpreadsheetModel& Sheets() {

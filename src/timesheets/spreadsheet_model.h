@@ -12,12 +12,17 @@
 
 namespace kelvrane {
 
+namespace sort_orders {
+inline const QString ByProject = QStringLiteral("By Project");
+inline const QString ByCustomer = QStringLiteral("By Customer");
+} // namespace sort_orders
+
 struct SpreadsheetState {
     bool ToolboxVisible = false;   ///< option panel, database list and ImgClose are shown
     bool Filling = false;          ///< the option panel is being filled; its changes do nothing
     QString CurrentTemplate;       ///< path of the template or file on the sheet
     Int16 CalcNumDays;             ///< days in the period
-    QString SortOrder;             ///< "By Project" or "By Customer"
+    QString SortOrder;             ///< one of sort_orders::
     bool Calculated = false;       ///< a calculation has started since the screen opened
     bool TemplateModified = false; ///< the sheet was changed while TemplateEditing
     bool TemplateEditing = false;  ///< a template, not a result, is on the sheet
@@ -45,6 +50,8 @@ class SpreadsheetModel : public QObject {
     void reset();
     /// Tells the screen to lay itself out by the state.
     void layOut() { emit LayoutChanged(); }
+    /// Away with MonthView1.
+    void hideCalendar();
     void focusToolbox() { emit ToolboxFocusWanted(); }
 
   signals:

@@ -1,9 +1,7 @@
 #include "timesheets/spreadsheet_screen.h"
 
-#include "collections/collection_builder.h"
 #include "collections/collection_location.h"
 #include "collections/current_collection.h"
-#include "collections/file_clash.h"
 #include "collections/sheet_name.h"
 #include "frame/error_report.h"
 #include "frame/globals.h"
@@ -13,15 +11,12 @@
 #include "platform/ports.h"
 #include "platform/texts.h"
 #include "timekeeping/week_hours.h"
-#include "timesheets/customer_calculation.h"
 #include "timesheets/database_list.h"
-#include "timesheets/project_calculation.h"
-#include "timesheets/sheet_context.h"
+#include "timesheets/sheet_calculation.h"
 #include "timesheets/sheet_files.h"
 #include "timesheets/spreadsheet_model.h"
 #include "timesheets/template_files.h"
-#include "timesheets/template_scan.h"
-#include "timesheets/week_number.h"
+#include "timesheets/template_variables.h"
 #include "timevalues/day_history.h"
 #include "timevalues/time_values.h"
 #include "worksheet/page_painter.h"
@@ -35,14 +30,11 @@ namespace kelvrane {
 
 namespace {
 
-const QString byProject = QStringLiteral("By Project");
-const QString byCustomer = QStringLiteral("By Customer");
 const QString templateName = QStringLiteral("TEMPLATE_NAME");
 const QString collectionName = QStringLiteral("COLLECTION_NAME");
 const QString startDate = QStringLiteral("STARTDATE");
 const QString progress = QStringLiteral("PROGRESS");
 const QString saveCommand = QStringLiteral("TEMPLATE_SAVE");
-const QString addCommand = QStringLiteral("ADDTO_COLLECTION");
 constexpr int setupHelpTopic = 1001;
 constexpr int sheetHelpTopic = 1000;
 
@@ -82,67 +74,7 @@ void readSettings() {
     state().CurrentTemplate = SS_Template;
 }
 
-/// By project a sheet is filed by this command once there is one; by customer it files itself.
-void enableAdding() {
-    Sheets().SmartToolBar.setEnabled(addCommand,
-                                     state().SortOrder != byProject || state().Calculated);
-}
-
-bool hasCollection() {
-    return !CollectionLoc.isEmpty() && !CollectionFileName.isEmpty();
-}
-
-bool needsCollection() {
-    return state().SortOrder == byCustomer || DBCount >= 2;
-}
-
-/// The road to a template that exists; false: there is none to calculate with.
-bool findTemplate() {
-    if (ports.files->exists(SS_Template))
-        return true;
-    const BoxAnswer answer =
-        MsgBox(QStringLiteral("Can not find spread sheet template: ") + SS_Template +
-                   QStringLiteral(". \rPress OK to select a template or press cancel to cancel "
-                                  "spreadsheet generation."),
-               QStringLiteral("Missing file"), BoxIcon::Stop, BoxButtons::OkCancel);
-    return answer == BoxAnswer::Ok && ShowLoad(true);
-}
-
-SheetPeriod period() {
-    QDate end = state().selectedDate;
-    for (int day = 1; day < state().CalcNumDays; ++day)
-        end = DateFromText(StepDate(end, 1));
-    return {Sheets().SmartToolBar.item(startDate).caption, end,
-            WeekNumber(state().selectedDate, SheetFirstDayOfWeek())};
-}
-
-void fileSheet(QString name) {
-    Clash().DefaultName = name;
-    AddSheetToCollection(name, Sheets().ss1.HTMLData(), Sheets().smuiStatusBar);
-}
-
-void fillSheet(const SheetPeriod& period) {
-    SheetContext context{.sheet = Sheets().ss1,
-                         .startDate = period.startDate,
-                         .templatePath = SS_Template,
-                         .addSheet = fileSheet};
-    for (int item = 1; item <= DBCount; ++item)
-        context.isAccepted.append(DatabaseAt(item).isAccepted());
-    if (state().SortOrder == byCustomer)
-        SetUpByCustomerCalculations(context, period.end, TimeIncrements);
-    else
-        SetUpByProjectCalculations(context, period.end, TimeIncrements);
-    state().noData = context.noData;
-    state().sheetShown = !context.noData;
-}
-
 // The commands of the tool bar.
-
-/// A result is on the sheet now: its edits are no template's, and it isn't saved over one.
-void leaveTemplate() {
-    state().TemplateModified = state().TemplateEditing = false;
-    Sheets().SmartToolBar.setEnabled(saveCommand, false);
-}
 
 void enterTemplate(bool canSave) {
     state().TemplateEditing = true;
@@ -245,7 +177,7 @@ void addToCollection() {
         if (isThere())
             state().TemplateEditing = false;
     });
-    if (!hasCollection()) {
+    if (!HasCollection()) {
         if (MsgBox(QStringLiteral("Collection information unavailable.  Would you like to create a "
                                   "new collection?"),
                    QStringLiteral("Collection information unavailable"), BoxIcon::Question,
@@ -253,7 +185,7 @@ void addToCollection() {
             return;
         ports.screens->show(Screen::frmCollectionLoc);
         ports.events->waitUntil([] { return !ports.screens->isLoaded(Screen::frmCollectionLoc); });
-        if (!isThere() || !hasCollection())
+        if (!isThere() || !HasCollection())
             return;
     }
     AskSheetName(
@@ -344,7 +276,7 @@ bool takeNumDays(const QString& value) {
 bool takeSortOrder(const QString& value) {
     state().SortOrder = value;
     SaveRegText(value, keys::SpreadSheetInfo, QStringLiteral("SortOrder"));
-    enableAdding();
+    EnableAdding();
     Sheets().focusToolbox();
     return true;
 }
@@ -379,7 +311,7 @@ void LoadSpreadsheet() {
     step([] { LoadDatabaseList(); });
     SelectedDBIndex = -1;
     FillSMUIToolbox();
-    enableAdding();
+    EnableAdding();
     sheets.layOut();
 }
 
@@ -394,51 +326,15 @@ void CloseSpreadsheet() {
     ports.screens->unload(Screen::frmSpreadsheet);
 }
 
-int SheetFirstDayOfWeek() {
-    const int day = StartOfWeek.toInt();
-    return day >= 1 && day <= 7 ? day : 1;
-}
-
 void FillSMUIToolbox() {
     state().Filling = true;
     const auto done = qScopeGuard([] { state().Filling = false; });
     KeyedItems& toolbox = Sheets().SmartToolbox;
     toolbox.setValue(QStringLiteral("SORTORDER"),
-                     state().SortOrder.isEmpty() ? byProject : state().SortOrder);
+                     state().SortOrder.isEmpty() ? sort_orders::ByProject : state().SortOrder);
     toolbox.setValue(QStringLiteral("TIMEINCREMENTS"), TimeIncrements);
     toolbox.setValue(QStringLiteral("WEEKSTARTDAY"), WeekdayNumberConvert(false, StartOfWeek));
     showNumDays();
-}
-
-void AddData() {
-    if (state().Calculating) // filing a sheet lets events through
-        return;
-    state().Calculating = true;
-    const auto done = qScopeGuard([] { state().Calculating = false; });
-    HideSheetCalendar();
-    if (needsCollection() && !hasCollection()) {
-        MsgBox(QStringLiteral("Please select a valid Collection Location, then rerun the "
-                              "spreadsheet."),
-               QStringLiteral("Invalid Collection Location"), BoxIcon::Information);
-        ports.screens->show(Screen::frmCollectionLoc);
-        return;
-    }
-    if (!findTemplate())
-        return;
-    Sheets().ss1.setHTMLURL(SS_Template);
-    state().Calculated = true;
-    leaveTemplate();
-    enableAdding();
-    ProjectNames.clear();
-    ProjectNumbers.clear();
-    const SheetPeriod days = period();
-    ResetSSVariables();
-    ScanTemplate(Sheets().ss1, days);
-    if (state().SortOrder != byCustomer && !CheckProjectAnchors())
-        return;
-    fillSheet(days);
-    if (isThere())
-        Sheets().layOut();
 }
 
 void ShowPrint() {
@@ -483,8 +379,7 @@ void SheetDateClick(QDate date) {
 }
 
 void HideSheetCalendar() {
-    if (std::exchange(state().calendarShown, false))
-        Sheets().layOut();
+    Sheets().hideCalendar();
 }
 
 void CloseToolbox() {

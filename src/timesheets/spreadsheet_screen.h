@@ -15,14 +15,8 @@ void UnloadSpreadsheet();
 /// The user closes the screen: a changed template is asked about first.
 void CloseSpreadsheet();
 
-/// First day of the week by the setting, Sunday is 1; Sunday for a setting that is none.
-int SheetFirstDayOfWeek();
-
 /// Shows the settings in the option panel; its changes do nothing meanwhile.
 void FillSMUIToolbox();
-/// The calculation, from template and databases to the sheet. By customer, or with two databases
-/// accepted, the sheets are filed in the current collection.
-void AddData();
 /// Prints what the sheet shows.
 void ShowPrint();
 

@@ -7,9 +7,11 @@
 #include "widgets/sheet_editor.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCalendarWidget>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QTest>
 #include <QToolButton>
 
@@ -71,6 +73,15 @@ TEST_F(frmSpreadsheetTest, MenuCalendarAndPanelAreUsedByMouseAndKeys) {
     choose("VIEW_TEMPLATE_SETUP");
     EXPECT_TRUE(find<KeyedPanel>("SmartToolbox")->isVisible());
     QTest::mouseClick(find<QToolButton>("ImgClose"), Qt::LeftButton);
+    EXPECT_FALSE(find<KeyedPanel>("SmartToolbox")->isVisible());
+
+    choose("VIEW_TEMPLATE_SETUP");
+    auto* mark = find<QToolButton>("ImgClose");
+    QTest::mousePress(mark, Qt::LeftButton, {}, QPoint(4, 4));
+    // Drawn off with the button down.
+    QMouseEvent move(QEvent::MouseMove, QPointF(-20, 40), mark->mapToGlobal(QPointF(-20, 40)),
+                     Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(mark, &move);
     EXPECT_FALSE(find<KeyedPanel>("SmartToolbox")->isVisible());
 
     auto* calendar = find<QCalendarWidget>("MonthView1");
