@@ -207,8 +207,8 @@ void Dir1_Click() {
 void File1_Click(const QString& name) {
     CollectionLocation& place = CollectionPlace();
     place.smuiCollLoc.setValue(nameRow, name);
-    if (place.smuiCollLoc.value(locationRow).isEmpty()) // before the first collection
-        place.smuiCollLoc.setValue(locationRow, place.folder());
+    // The file is in the folder on display, whatever stood there: the stored one may be gone.
+    place.smuiCollLoc.setValue(locationRow, place.folder());
 }
 
 void CollectionLocToolBar_Click(const QString& key) {

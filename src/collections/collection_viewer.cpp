@@ -47,10 +47,28 @@ bool sheetMayGo() {
     CollectionViewer& viewer = Viewer();
     if (viewer.DisplayMode != display_modes::Edit)
         return true;
+    const QString file = viewer.CurrentFile; // the screen may go behind a question
     QString tempPath;
-    if (!VerifyAgainstSSData(viewer.CurrentFile, viewer.ss1.HTMLData(), tempPath))
-        return true;
-    return PromptSaveSheetChanges(viewer.CurrentFile, tempPath) != SaveAnswer::Failed;
+    bool compared = false;
+    if (!VerifyAgainstSSData(file, viewer.ss1.HTMLData(), tempPath, &compared))
+        return compared || !viewer.ss1.canUndo() || MayLoseChanges();
+    return PromptSaveSheetChanges(file, tempPath) != SaveAnswer::Failed;
+}
+
+/// What could neither be saved nor stay is put aside under a name of its own.
+void keepUnsaved() {
+    const QString check = InAppPath(QString::fromLatin1(SheetCheckFile));
+    SkipErrors step = ReportingSteps(QStringLiteral("frmCollectionViewer_Unload"));
+    step([&] {
+        if (!ports.files->exists(check))
+            return;
+        QString kept;
+        for (int number = 1; kept.isEmpty() || ports.files->exists(kept); ++number)
+            kept = InAppPath(QStringLiteral("Unsaved sheet %1.htm").arg(number));
+        ports.files->move(check, kept);
+        MsgBox(QStringLiteral("The sheet could not be saved.  It is kept as ") + kept,
+               QStringLiteral("Save changes?"), BoxIcon::Exclamation);
+    });
 }
 
 void showNothing() {
@@ -223,7 +241,8 @@ void LoadCollectionViewer() {
 }
 
 void UnloadCollectionViewer() {
-    sheetMayGo();
+    if (!sheetMayGo())
+        keepUnsaved();
     Viewer().LoadMode.clear();
     Viewer().reset();
 }
@@ -306,7 +325,7 @@ void ViewerStatusBar_Click() {
 }
 
 void TakeCollectionFile(const QString& path) {
-    if (path.right(extensionLength).toLower() == u".col" && sheetMayGo())
+    if (!Viewer().isBusy() && path.right(extensionLength).toLower() == u".col" && sheetMayGo())
         LoadNewCollections(path);
 }
 

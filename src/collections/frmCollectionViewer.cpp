@@ -177,6 +177,7 @@ void frmCollectionViewer::dragEnterEvent(QDragEnterEvent* event) {
 
 void frmCollectionViewer::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
+    CommitOpenEditor();
     Guarded(T("frmCollectionViewer_Drop"),
             [&] { TakeCollectionFile(draggedFile(event->mimeData())); });
 }

@@ -9,7 +9,10 @@
 
 namespace kelvrane {
 
-bool VerifyAgainstSSData(const QString& savedPath, const QString& sheetHtml, QString& tempPath) {
+bool VerifyAgainstSSData(const QString& savedPath, const QString& sheetHtml, QString& tempPath,
+                         bool* compared) {
+    if (compared)
+        *compared = savedPath.isEmpty();
     if (savedPath.isEmpty())
         return false;
     const QString routine = QStringLiteral("VerifyAgainstSSData");
@@ -20,14 +23,24 @@ bool VerifyAgainstSSData(const QString& savedPath, const QString& sheetHtml, QSt
     bool differs = false;
     if (!step([&] { ReplaceFile(tempPath, current); }))
         return false;
-    step([&] {
+    const bool answered = step([&] {
         differs =
             !IsPlainFile(savedPath) ||
             SavedSheetsDiffer(FromFileBytes(ports.files->read(savedPath)), FromFileBytes(current));
     });
+    if (compared)
+        *compared = answered;
     if (!differs)
         quiet([&] { ports.files->remove(tempPath, true); });
     return differs;
+}
+
+bool MayLoseChanges() {
+    return MsgBox(
+               QStringLiteral("The sheet could not be compared with its file.  Leave it and lose "
+                              "its changes?"),
+               QStringLiteral("Save changes?"), BoxIcon::Question,
+               BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
 void ReplaceSheet(const QString& savedPath, const QString& tempPath) {

@@ -14,8 +14,13 @@ inline constexpr char SheetCheckFile[] = "BWSS_template_for_verify_0938.htm";
 
 /// True when the sheet differs from the file; it is then in a temporary file in the program's
 /// folder, whose name tempPath takes. False for an empty path, without touching a file. A saved
-/// file that has vanished differs. Failures are reported, and the answer is then False.
-bool VerifyAgainstSSData(const QString& savedPath, const QString& sheetHtml, QString& tempPath);
+/// file that has vanished differs. Failures are reported, and the answer is then False; compared,
+/// when given, says whether it came to an answer at all.
+bool VerifyAgainstSSData(const QString& savedPath, const QString& sheetHtml, QString& tempPath,
+                         bool* compared = nullptr);
+
+/// After a comparison that failed: whether a sheet with changes may go without being saved.
+bool MayLoseChanges();
 
 /// Puts the temporary file in the place of the saved one, also across file systems. Raises what the
 /// file store raises; both files are then as they were.

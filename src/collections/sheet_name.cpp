@@ -8,6 +8,8 @@
 #include "platform/ports.h"
 #include "timevalues/time_values.h"
 
+#include <QScopeGuard>
+
 #include <utility>
 
 namespace kelvrane {
@@ -23,10 +25,11 @@ void fileSheet() {
         MsgBox(QStringLiteral("Please select a valid filename."), {}, BoxIcon::Exclamation);
         return;
     }
+    // Whoever asked waits until the dialog is gone, also when the sheet can't be had.
+    const auto done = qScopeGuard([] { ports.screens->unload(Screen::frmSelFilename); });
     emit naming.HideWanted();
     if (naming.sheetHtml && naming.progress)
         AddSheetToCollection(name, naming.sheetHtml(), *naming.progress);
-    ports.screens->unload(Screen::frmSelFilename);
 }
 
 } // namespace

@@ -118,9 +118,11 @@ bool CheckTemplateChanges() {
         return written;
     }
     QString temporary;
-    if (VerifyAgainstSSData(sheets.state.CurrentTemplate, sheets.ss1.HTMLData(), temporary))
+    bool compared = false;
+    if (VerifyAgainstSSData(sheets.state.CurrentTemplate, sheets.ss1.HTMLData(), temporary,
+                            &compared))
         PromptSaveTemplateChanges(sheets.state.CurrentTemplate, temporary);
-    return true;
+    return compared || MayLoseChanges();
 }
 
 } // namespace kelvrane

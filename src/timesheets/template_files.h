@@ -21,7 +21,8 @@ bool ShowSave(SheetFileKind FileType, bool* written = nullptr);
 /// be the default. The temporary file is gone afterwards.
 void PromptSaveTemplateChanges(const QString& savedPath, const QString& tempPath);
 /// Before the sheet is replaced: compares a modified template with its file, and asks. False when
-/// the user wants to keep a new template and gave up naming its file: the sheet should stay.
+/// the sheet should stay: a new template was to be kept and got no file, or the comparison failed
+/// and the changes aren't to be lost.
 bool CheckTemplateChanges();
 
 /// Keeps a path as the default template, SS_Template, if it differs, and as the one of this run.

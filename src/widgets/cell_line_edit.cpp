@@ -77,7 +77,7 @@ bool CellLineEdit::event(QEvent* event) {
 
 void CellLineEdit::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_F2 && m_session->isEditing()) {
-        m_session->beginEdit(EditMode::InPlace, m_session->editText());
+        m_session->setEditMode(EditMode::InPlace); // Esc still gives all of it up
         return;
     }
     QLineEdit::keyPressEvent(event);

@@ -139,6 +139,7 @@ class EntryView final : public QListView {
         event->accept(); // by mouse it was the press
     }
     void keyPressEvent(QKeyEvent* event) override {
+        CommitOpenEditor();
         const QString key = KeyAt(currentIndex());
         if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !key.isEmpty()) {
             m_items->click(key);

@@ -15,6 +15,8 @@ std::function<void()> commitStep;
 } // namespace
 
 void SetOpenEditor(QObject* editor, std::function<void()> commit) {
+    if (openEditor != editor) // another window's: what is typed there would wait for ever
+        CommitOpenEditor();
     openEditor = editor;
     commitStep = std::move(commit);
 }

@@ -9,6 +9,7 @@ class QObject;
 namespace kelvrane {
 
 /// Registers the open editor with the step that takes its text over; forgotten when it is deleted.
+/// One that is open elsewhere is taken over first.
 void SetOpenEditor(QObject* editor, std::function<void()> commit);
 
 /// It closes by itself; nothing when another one is open.

@@ -111,7 +111,9 @@ QString PastedFormula(const Block& block, const QString& formula, int rows, int 
 
 void PasteBlock(Worksheet& sheet, CellAddress corner, const Block& block) {
     const CellRange target{corner, Moved(corner, block.rows - 1, block.columns - 1)};
-    sheet.unmerge(target);
+    // A single cell goes to a merge as to a cell.
+    if (target.first != target.last || sheet.contents().spanAt(corner).first != corner)
+        sheet.unmerge(target);
     const int rows = corner.row - block.origin.first.row;
     const int columns = corner.column - block.origin.first.column;
     for (int row = 0; row < block.rows; ++row)
@@ -172,8 +174,9 @@ CellRange PasteText(Spreadsheet& sheet, const CellRange& selection, const QStrin
         for (const CellAddress corner : corners)
             for (int row = 0; row < rows && row < table.size(); ++row)
                 for (int column = 0; column < table[row].size() && column < columns; ++column)
-                    if (const CellAddress at = Moved(corner, row, column); IsInSheet(at))
-                        cells.enter(at, table[row][column]);
+                    if (const CellAddress at = Moved(corner, row, column);
+                        IsInSheet(at) && cells.contents().spanAt(at).first == at)
+                        cells.enter(at, table[row][column]); // never under a merge, unseen
     });
     return Filled(corners, rows, columns);
 }
@@ -208,9 +211,12 @@ SheetClip CutCells(Spreadsheet& sheet, const CellRange& range) {
     return clip;
 }
 
-CellRange PasteCells(Spreadsheet& sheet, const CellRange& selection, const SheetClip& clip) {
+CellRange PasteCells(Spreadsheet& sheet, const CellRange& chosen, const SheetClip& clip) {
     if (clip.isEmpty())
-        return selection;
+        return chosen;
+    // A merge is one cell to the user.
+    const bool isMerge = sheet.worksheet().contents().spanAt(chosen.first) == chosen;
+    const CellRange selection = isMerge ? CellRange{chosen.first, chosen.first} : chosen;
     if (clip.cells.isEmpty() && clip.html.isEmpty())
         return PasteText(sheet, selection, clip.text);
     Block block;

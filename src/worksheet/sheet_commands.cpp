@@ -171,6 +171,11 @@ QList<Sum> SumsForRange(const Worksheet& cells, const CellRange& range) {
         for (int column = first.column; column <= last.column; ++column)
             sums.append(Sum{{end + 1, column}, {{first.row, column}, {end, column}}});
     }
+    // Neither over what is there nor under a merge.
+    for (Sum& sum : sums)
+        while (!IsBlank(cells, {sum.cell, sum.cell}) ||
+               cells.contents().spanAt(sum.cell).first != sum.cell)
+            ++(acrossRows ? sum.cell.column : sum.cell.row);
     sums.removeIf([&](const Sum& sum) {
         bool any = false;
         ForEachCell(sum.numbers, [&](CellAddress at) { any = any || HoldsNumber(cells, at); });
@@ -365,8 +370,9 @@ void ShowRows(Spreadsheet& sheet, const CellRange& range) {
 
 QList<CellAddress> AutoSum(Spreadsheet& sheet, const CellRange& range) {
     const Worksheet& cells = sheet.worksheet();
-    const QList<Sum> sums =
-        range.first == range.last ? SumForCell(cells, range.first) : SumsForRange(cells, range);
+    const QList<Sum> sums = cells.contents().spanAt(range.first) == range
+                                ? SumForCell(cells, range.first)
+                                : SumsForRange(cells, range);
     QList<CellAddress> written;
     sheet.edit([&](Worksheet& changed) {
         for (const Sum& sum : sums) {

@@ -240,8 +240,16 @@ void SheetSession::advanceInside(const CellRange& range, Step step) {
     }
 }
 
+void SheetSession::setEditMode(EditMode mode) {
+    m_mode = mode;
+    emit EditingChanged();
+}
+
 void SheetSession::beginEdit(EditMode mode) {
-    beginEdit(mode, m_sheet->worksheet().input(m_active));
+    if (m_editing)
+        setEditMode(mode);
+    else
+        beginEdit(mode, m_sheet->worksheet().input(m_active));
 }
 
 void SheetSession::beginEdit(EditMode mode, const QString& text) {

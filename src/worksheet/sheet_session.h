@@ -78,7 +78,8 @@ class SheetSession : public QObject {
     EditMode editMode() const { return m_mode; }
     const QString& editText() const { return m_text; }
     int caret() const { return m_caret; }
-    void beginEdit(EditMode mode); ///< with what the cell holds
+    void setEditMode(EditMode mode); ///< of the edit that goes on
+    void beginEdit(EditMode mode);   ///< with what the cell holds, or goes on with what is typed
     void beginEdit(EditMode mode, const QString& text);
     void setEditText(const QString& text, int caret);
     void commit(); ///< nothing when nothing is being edited

@@ -57,6 +57,12 @@ TEST_F(CollectionLocationTest, FoldersAndFilesFollowEachOther) {
     EXPECT_FALSE(place.Dir1.contains(".."));
 }
 
+TEST_F(CollectionLocationTest, AFileBelongsToTheFolderOnDisplay) {
+    place.smuiCollLoc.edit("DIRLOC", path("vanished"));
+    place.File1.select("b.col");
+    EXPECT_EQ(field("DIRLOC"), place.folder());
+}
+
 TEST_F(CollectionLocationTest, SelectingStoresTheCollectionAndTellsWhoShowsIt) {
     GetSpreadSheetOptions();
     type("DIRLOC", "  " + path("Sheets/New") + "/ ");

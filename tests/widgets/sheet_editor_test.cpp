@@ -100,6 +100,32 @@ TEST_F(SheetEditorTest, TypingFillsCellsAndWalksOn) {
     EXPECT_EQ(text("B2"), QString());
 }
 
+TEST_F(SheetEditorTest, F2WhileTypingLeavesTheCellAlone) {
+    click("B2");
+    type("old");
+    key(Qt::Key_Return);
+    click("B2");
+    type("=SUM(");
+    QTest::keyClick(control<QLineEdit>("FormulaLine"), Qt::Key_F2);
+    EXPECT_EQ(editor.session()->editMode(), EditMode::InPlace);
+    EXPECT_EQ(text("B2"), QStringLiteral("old"));
+    editor.session()->cancel();
+    EXPECT_EQ(text("B2"), QStringLiteral("old"));
+}
+
+TEST_F(SheetEditorTest, TypingElsewhereTakesOverWhatIsTypedHere) {
+    Spreadsheet other;
+    SheetEditor second(&other);
+    second.resize(600, 400);
+    second.show();
+    click("B2");
+    type("first");
+    auto* otherGrid = second.findChild<SheetGrid*>();
+    QTest::mouseClick(otherGrid->viewport(), Qt::LeftButton, {}, QPoint(200, 100));
+    QTest::keyClicks(otherGrid, QStringLiteral("second"));
+    EXPECT_EQ(text("B2"), QStringLiteral("first"));
+}
+
 TEST_F(SheetEditorTest, SelectsByMouseAndKeys) {
     QSignalSpy clicked(&editor, &SheetEditor::Clicked);
     drag("B2", "D5");

@@ -270,6 +270,26 @@ TEST(SheetClipboard, MergesGoAlong) {
     EXPECT_FALSE(sheet.worksheet().contents().merges.contains(RangeOf("B4:D4")));
 }
 
+TEST(SheetClipboard, NothingIsLaidUnderAMerge) {
+    Sheet sheet(Texts{{"=SUM(D5:E5)", "10"}, {"", "", "2", "3"}});
+    const CellRange merge = RangeOf("D5:E5");
+    ToggleMerge(sheet, merge);
+    PasteCells(sheet, merge, {QStringLiteral("10\n"), {}, {}});
+    EXPECT_EQ(sheet.text("A1"), QStringLiteral("10"));
+    PasteCells(sheet, merge, CopyCells(sheet.worksheet(), RangeOf("B1")));
+    EXPECT_EQ(sheet.text("A1"), QStringLiteral("10"));
+    EXPECT_TRUE(sheet.worksheet().contents().merges.contains(merge));
+    PasteCells(sheet, RangeOf("D5"), {QStringLiteral("1\t2\t3\n"), {}, {}});
+    EXPECT_EQ(sheet.text("A1"), QStringLiteral("1")) << "what falls under it is left out";
+
+    AutoSum(sheet, merge);
+    EXPECT_EQ(sheet.text("E5"), QString());
+    Sheet column(Texts{{"1"}, {"2"}, {"Note"}});
+    AutoSum(column, RangeOf("A1:A2"));
+    EXPECT_EQ(column.text("A3"), QStringLiteral("Note"));
+    EXPECT_EQ(column.text("A4"), QStringLiteral("3"));
+}
+
 TEST(SheetClipboard, WhatCantBeReadChangesNothing) {
     Sheet sheet(Texts{{"1"}});
     const SheetContents before = sheet.worksheet().contents();
