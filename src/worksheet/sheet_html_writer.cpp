@@ -1,4 +1,5 @@
 #include "platform/error.h"
+#include "worksheet/cell_text.h"
 #include "worksheet/number_format.h"
 #include "worksheet/relative_notation.h"
 #include "worksheet/sheet_css.h"
@@ -136,13 +137,16 @@ QString formulaAttributes(const QString& formula, CellAddress at) {
     return attributes;
 }
 
-/// What programs that don't read style rules need to know of a style.
-QString placingHints(const CellStyle& style) {
-    constexpr const char* horizontal[] = {nullptr, "left", "center", "right"};
+/// What programs that don't read style rules need to know of a cell's style, and where its value
+/// stands when no rule says so: browsers don't tell numbers from texts.
+QString placingHints(const Cell& cell) {
+    const CellStyle& style = cell.style;
+    constexpr const char* horizontal[] = {"left", "left", "center", "right"};
     constexpr const char* vertical[] = {"top", "middle", nullptr};
     QString hints;
-    if (const char* align = horizontal[static_cast<int>(style.horizontal)])
-        hints += QLatin1String(" align=") + QLatin1String(align);
+    if (const auto shown = ShownAlign(cell);
+        shown != HorizontalAlign::Left || style.horizontal == shown)
+        hints += QLatin1String(" align=") + QLatin1String(horizontal[static_cast<int>(shown)]);
     if (const char* valign = vertical[static_cast<int>(style.vertical)])
         hints += QLatin1String(" valign=") + QLatin1String(valign);
     if (style.fill != CellStyle::NoColor)
@@ -375,7 +379,7 @@ void SheetWriter::writeGap(int first, int columns) {
 QString SheetWriter::cellMarkup(CellAddress at, const Cell& cell, const QString& placing) {
     const QString name = m_classes.nameOf(cell.style);
     QString attributes = name.isEmpty() ? QString() : QLatin1String(" class=") + name;
-    attributes += placing + placingHints(cell.style) +
+    attributes += placing + placingHints(cell) +
                   std::visit(ValueAttributes{cell.style.numberFormat}, cell.value) +
                   formulaAttributes(cell.formula, at);
     const bool endsWithClass = !name.isEmpty() && attributes.lastIndexOf(u' ') == 0;

@@ -231,9 +231,9 @@ TEST(SheetHtml, TheLinesAreThoseThatTheComparisonReads) {
         EXPECT_TRUE(rule.startsWith('.')) << rule.toStdString();
     EXPECT_TRUE(lines.contains(".s1{font-style:italic}")); // in the order of the cells
     EXPECT_TRUE(lines.contains("<td class=s1 width=64 x:str><i>Hours<br>of all</i></td>"));
-    EXPECT_TRUE(
-        lines.contains("<td class=s2 width=64 x:num=\"1.5\" sdval=\"1.5\" sdnum=\"1033;0;0.00\" "
-                       "x:fmla=\"=1+0.5\" data-sheets-formula=\"=1+0.5\"><b>1.50</b></td>"));
+    EXPECT_TRUE(lines.contains(
+        "<td class=s2 width=64 align=right x:num=\"1.5\" sdval=\"1.5\" sdnum=\"1033;0;0.00\" "
+        "x:fmla=\"=1+0.5\" data-sheets-formula=\"=1+0.5\"><b>1.50</b></td>"));
 }
 
 TEST(SheetHtml, FarAndHugeSheetsStayWithinTheirFile) {
