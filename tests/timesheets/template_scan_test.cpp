@@ -128,7 +128,7 @@ TEST_F(TemplateScan, TheReadyTimesheetHasItsAnchorsWhereTheTotalsLookForThem) {
     EXPECT_EQ(ss1.worksheet().text({7, hours.Col}), "Sun 5");
     EXPECT_EQ(ss1.worksheet().text({7, hours.Col + 6}), "Sat 11");
 
-    const auto cell = [&](int column, int row) {
+    const auto cell = [](int column, int row) -> QString {
         return At(ColumnLetters, column) + QString::number(row);
     };
     ss1.Range(cell(hours.Col, hours.Row)).setValue(1.5);

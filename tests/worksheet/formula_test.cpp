@@ -1,7 +1,6 @@
 #include "worksheet/formula.h"
 #include "worksheet/formula_cells.h"
 
-#include <QElapsedTimer>
 #include <QStringList>
 
 #include <gtest/gtest.h>
@@ -172,9 +171,7 @@ TEST(FormulaTest, ReadsOnlyTheBranchTakenAndOnlyWhatIsFilled) {
     EXPECT_LT(sheet.reads, 60);
 }
 
-TEST(FormulaTest, NothingTakesMoreRoomOrTimeThanItMay) {
-    QElapsedTimer timer;
-    timer.start();
+TEST(FormulaTest, NothingTakesMoreRoomThanItMay) {
     FormulaTestCells sheet;
     sheet.cells.insert({0, 0}, QString(30'000, u'a'));
     const QString manyBlocks = "=SUM(0" + QString(",A1:Z9999*1").repeated(200) + ")";
@@ -194,7 +191,6 @@ TEST(FormulaTest, NothingTakesMoreRoomOrTimeThanItMay) {
           "=WEEKDAY(1,1E99)", "=CHOOSE(1E99,1)", "=INDEX(A1:B2,1E99)", "=VLOOKUP(1,A1:B2,1E99)",
           "=FIXED(1E300,-400)", "=TEXT(1E300,\"0.00\")", "=REPT(\"\",1E99)", "=FIND(1,2,1E99)"})
         evaluated(text, sheet); // ends, that is all
-    EXPECT_LT(timer.elapsed(), 5000);
 }
 
 struct RewriteCase {

