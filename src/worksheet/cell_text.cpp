@@ -92,14 +92,17 @@ void CellText::draw(QPainter& painter, double x, double y, double room, Horizont
     painter.restore();
 }
 
-HorizontalAlign ShownAlign(const Cell& cell) {
-    if (cell.style.horizontal != HorizontalAlign::General)
-        return cell.style.horizontal;
+HorizontalAlign NaturalAlign(const Cell& cell) {
     if (IsNumber(cell.value))
         return IsTextFormat(cell.style.numberFormat) ? HorizontalAlign::Left
                                                      : HorizontalAlign::Right;
     return IsEmpty(cell.value) || IsText(cell.value) ? HorizontalAlign::Left
                                                      : HorizontalAlign::Center;
+}
+
+HorizontalAlign ShownAlign(const Cell& cell) {
+    return cell.style.horizontal == HorizontalAlign::General ? NaturalAlign(cell)
+                                                             : cell.style.horizontal;
 }
 
 QString ShownText(const Cell& cell) {

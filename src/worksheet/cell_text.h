@@ -45,7 +45,9 @@ class CellText {
 
 /// The font size of a cell in points, within bounds.
 double ShownPointSize(const SheetContents& contents, const CellStyle& style);
-/// Left, right or centre: General by what the cell holds.
+/// Where General puts a cell's value: left, right or centre, by what the cell holds.
+HorizontalAlign NaturalAlign(const Cell& cell);
+/// Left, right or centre.
 HorizontalAlign ShownAlign(const Cell& cell);
 /// Under the number format, bounded in length.
 QString ShownText(const Cell& cell);

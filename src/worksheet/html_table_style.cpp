@@ -1,5 +1,7 @@
 #include "worksheet/html_table_style.h"
 
+#include "worksheet/cell_text.h"
+
 #include <algorithm>
 #include <charconv>
 
@@ -63,12 +65,6 @@ void inherit(CellStyle& style, const CellStyle& row) {
     take(&CellStyle::vertical);
     take(&CellStyle::wraps);
     take(&CellStyle::numberFormat);
-}
-
-HorizontalAlign naturalAlign(const CellValue& value) {
-    if (IsNumber(value))
-        return HorizontalAlign::Right;
-    return IsText(value) || IsEmpty(value) ? HorizontalAlign::Left : HorizontalAlign::Center;
 }
 
 } // namespace
@@ -192,7 +188,7 @@ void HtmlTableStyle::tidy(Cell& cell) const {
         style.ink = CellStyle::NoColor;
     if (style.fill == qRgb(0xff, 0xff, 0xff))
         style.fill = CellStyle::NoColor;
-    if (style.horizontal == naturalAlign(cell.value))
+    if (style.horizontal == NaturalAlign(cell))
         style.horizontal = HorizontalAlign::General;
     if (style.indent <= largestPadding)
         style.indent = 0;

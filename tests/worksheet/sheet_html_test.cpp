@@ -343,6 +343,11 @@ TEST(SheetHtml, StylesAreReadFromRulesAttributesAndElements) {
              s.vertical = VerticalAlign::Top;
          })},
         {"", "<td align=right>12</td>", bare}, // numbers stand there anyway
+        {".a{mso-number-format:\"\\@\"}", "<td class=a align=right x:num=12>12</td>",
+         style([](auto& s) { // but not those that are shown as texts
+             s.horizontal = HorizontalAlign::Right;
+             s.numberFormat = QStringLiteral("@");
+         })},
         {"", "<td style='border-top:.5pt solid windowtext;border-left:none'>x</td>",
          style([](auto& s) { s.top.line = CellBorder::Line::Solid; })},
         {".a{border:2px dashed #ff0000", "<td class=a>x</td>", style([](auto& s) {
