@@ -37,6 +37,7 @@ Program::Program(const PortChoices& choices) : m_tray(&Menus().mnuSysTray, &Menu
              .printer = choose(choices.printer, static_cast<Printer*>(&m_printer)),
              .volumes = &m_volumes,
              .help = &m_help,
+             .launcher = &m_launcher,
              .updates = &m_updates,
              .events = &m_events,
              .clipboard = &m_clipboard,

@@ -74,6 +74,7 @@ class Program : public QObject {
     QtClipboard m_clipboard;
     QtProcess m_process{&m_events};
     LaterHelp m_help;
+    DesktopLauncher m_launcher;
     LaterUpdates m_updates;
     ProgressBox m_progress;
     ScreenHost m_screens;

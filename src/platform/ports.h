@@ -101,6 +101,14 @@ class Help {
     virtual void show(const QString& page) = 0; ///< a page of the help file; empty: the contents
 };
 
+/// Hands things to the desktop.
+class Launcher {
+  public:
+    virtual ~Launcher() = default;
+    /// Opens a web address or a file with the desktop's program for it and doesn't wait.
+    virtual void open(const QString& address) = 0;
+};
+
 class Updates {
   public:
     virtual ~Updates() = default;
@@ -160,6 +168,7 @@ struct Ports {
     Printer* printer = nullptr;
     Volumes* volumes = nullptr;
     Help* help = nullptr;
+    Launcher* launcher = nullptr;
     Updates* updates = nullptr;
     Events* events = nullptr;
     Clipboard* clipboard = nullptr;

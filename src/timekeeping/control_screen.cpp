@@ -94,11 +94,11 @@ void readLayout() {
 }
 
 // Launchers of the panel, and the screens that they open.
-struct Launcher {
+struct ScreenLauncher {
     const char* key;
     Screen screen;
 };
-constexpr Launcher launchers[] = {
+constexpr ScreenLauncher launchers[] = {
     {"GRAPHSCREEN", Screen::frmChart}, {"SPREADSHEETSCREEN", Screen::frmSpreadsheet},
     {"DATABASE", Screen::frmDataBase}, {"OPTIONS", Screen::frmOptions},
     {"DAYINFO", Screen::frmDayInfo},
@@ -106,7 +106,7 @@ constexpr Launcher launchers[] = {
 
 void enableLaunchers() {
     KeyedItems& panel = Control().smuiPanelLaunch;
-    for (const Launcher& launcher : launchers) {
+    for (const ScreenLauncher& launcher : launchers) {
         const QString key = QString::fromLatin1(launcher.key);
         const bool exists = ports.screens->exists(launcher.screen);
         panel.setEnabled(key, exists);
@@ -301,7 +301,7 @@ void PanelClick(const QString& key) {
         ShowGraph(!GraphShowing, true);
     else if (key == QLatin1String("WEEKVIEW"))
         ShowWeekView(!WeekViewShowing, true);
-    for (const Launcher& launcher : launchers)
+    for (const ScreenLauncher& launcher : launchers)
         if (key == QLatin1String(launcher.key))
             ports.screens->show(launcher.screen);
 }

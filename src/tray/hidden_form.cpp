@@ -19,12 +19,12 @@ namespace {
 
 const QString more = QStringLiteral("More ... ");
 
-struct Launcher {
+struct ScreenLauncher {
     const char* key;
     Screen screen;
     bool bringForward;
 };
-constexpr Launcher launchers[] = {
+constexpr ScreenLauncher launchers[] = {
     {"mnuAboutKelvrane", Screen::frmAbout, true},
     {"mnuSystrayViewProjectInfo", Screen::frmSTM, false},
     {"mnuSysTrayGraph", Screen::frmChart, true},
@@ -36,7 +36,7 @@ constexpr Launcher launchers[] = {
 
 void enableLaunchers() {
     KeyedItems& menu = Menus().mnuSysTray;
-    for (const Launcher& launcher : launchers) {
+    for (const ScreenLauncher& launcher : launchers) {
         if (ports.screens->exists(launcher.screen))
             continue;
         const QString key = QString::fromLatin1(launcher.key);
@@ -142,7 +142,7 @@ void RebuildRecentMenu() {
 }
 
 void TrayMenuClick(const QString& key) {
-    for (const Launcher& launcher : launchers) {
+    for (const ScreenLauncher& launcher : launchers) {
         if (key != QLatin1String(launcher.key))
             continue;
         ports.screens->show(launcher.screen);

@@ -6,6 +6,7 @@
 #include <QAudioOutput>
 #include <QClipboard>
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -113,6 +114,10 @@ void QtSound::play(const QString& path) {
 
 void QtClipboard::setText(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
+}
+
+void DesktopLauncher::open(const QString& address) {
+    QDesktopServices::openUrl(QUrl::fromUserInput(address));
 }
 
 void QtProcess::end() {

@@ -51,6 +51,11 @@ class QtClipboard : public Clipboard {
     void setText(const QString& text) override;
 };
 
+class DesktopLauncher : public Launcher {
+  public:
+    void open(const QString& address) override;
+};
+
 class QtProcess : public Process {
   public:
     explicit QtProcess(QtEvents* events) : m_events(events) {}

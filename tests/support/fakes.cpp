@@ -122,6 +122,7 @@ ProgramTest::ProgramTest() {
              .printer = &printer,
              .volumes = &volumes,
              .help = &help,
+             .launcher = &launcher,
              .updates = &updates,
              .events = &events,
              .clipboard = &clipboard,

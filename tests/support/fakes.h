@@ -129,6 +129,12 @@ class FakeHelp final : public Help {
     QStringList pages;
 };
 
+class FakeLauncher final : public Launcher {
+  public:
+    void open(const QString& address) override { opened.append(address); }
+    QStringList opened;
+};
+
 class FakeUpdates final : public Updates {
   public:
     bool check(bool showMessages, bool force, const QString& fileName) override;
@@ -205,6 +211,7 @@ class ProgramTest : public ::testing::Test {
     FakePrinter printer;
     FakeVolumes volumes;
     FakeHelp help;
+    FakeLauncher launcher;
     FakeUpdates updates;
     FakeEvents events;
     FakeClipboard clipboard;

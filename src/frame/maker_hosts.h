@@ -1,0 +1,13 @@
+// The maker's hosts, as the settings name them. None is set unless somebody sets it, and then
+// nothing goes over the network.
+#pragma once
+
+#include <QString>
+
+namespace kelvrane {
+
+/// The value UpdateWebHost as an address without a slash at its end: a full address as it stands, a
+/// plain host name with "http://" before it; "" when none is set.
+QString MakerWebAddress();
+
+} // namespace kelvrane
