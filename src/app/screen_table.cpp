@@ -9,7 +9,9 @@
 #include "collections/frmSelFilename.h"
 #include "frame/frmDebugWindow.h"
 #include "frame/trace.h"
+#include "options/frmAbout.h"
 #include "options/frmOptions.h"
+#include "options/frmTip.h"
 #include "options/program_options.h"
 #include "records/database_manager.h"
 #include "records/frmBrowseForCust.h"
@@ -34,6 +36,7 @@ QWidget* Create() {
 }
 
 constexpr ScreenRow table[] = {
+    {Screen::frmAbout, Create<frmAbout>},
     {Screen::frmBrowseForCust, Create<frmBrowseForCust>},
     {Screen::frmCollectionLoc, Create<frmCollectionLoc>},
     {Screen::frmCollectionViewer, Create<frmCollectionViewer>, UnloadCollectionViewer},
@@ -49,6 +52,7 @@ constexpr ScreenRow table[] = {
     {Screen::frmSSHelper, Create<frmSSHelper>},
     {Screen::frmSpreadsheet, Create<frmSpreadsheet>, UnloadSpreadsheet},
     {Screen::frmSTM, Create<frmSTM>, UnloadControlScreen},
+    {Screen::frmTip, Create<frmTip>},
 };
 
 } // namespace

@@ -6,7 +6,7 @@ namespace kelvrane {
 
 QString MakerWebAddress() {
     QString host = RegQueryValue(keys::Main, QStringLiteral("UpdateWebHost")).trimmed();
-    while (host.endsWith(QLatin1Char('/')))
+    while (host.endsWith(QLatin1Char('/')) && !host.endsWith(QLatin1String("://")))
         host.chop(1);
     if (host.isEmpty() || host.contains(QLatin1String("://")))
         return host;

@@ -5,6 +5,7 @@
 #include "editing_tour.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
+#include "frame/settings.h"
 #include "frame/status_text.h"
 #include "platform/error.h"
 #include "platform/recordset.h"
@@ -65,10 +66,24 @@ class Tour {
         m_album.withBoxes({{QStringLiteral("first-start"), QStringLiteral("No")}},
                           [this] { m_program->start({}); });
         picture(QStringLiteral("empty-day"), Screen::frmSTM);
+        tipAndAbout();
         EditingTour(m_album, *m_program).onNothing();
         FillDatabases(m_clock.today());
         FillRecentProjects();
         m_program.reset();
+    }
+
+    void tipAndAbout() {
+        picture(QStringLiteral("tip"), Screen::frmTip);
+        ports.screens->unload(Screen::frmTip);
+        for (const auto& [name, host] :
+             {std::pair{"about", ""}, std::pair{"about-with-address", "www.example.org"}}) {
+            RegSetKeyValue(keys::Main, QStringLiteral("UpdateWebHost"), QString::fromLatin1(host));
+            TrayMenuClick(QStringLiteral("mnuAboutKelvrane"));
+            picture(QString::fromLatin1(name), Screen::frmAbout);
+            ports.screens->unload(Screen::frmAbout);
+        }
+        RegSetKeyValue(keys::Main, QStringLiteral("UpdateWebHost"), QString());
     }
 
     void workingDay() {
