@@ -3,6 +3,7 @@
 
 #include "app/program.h"
 #include "editing_tour.h"
+#include "example_tour.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
 #include "frame/settings.h"
@@ -41,6 +42,7 @@ class Tour {
 
     void run() {
         m_clock.set(QDateTime(QDate(2026, 3, 4), QTime(8, 0)));
+        ExampleTour(m_album, m_clock, m_timers, m_folder + QStringLiteral("/example")).run();
         firstStart();
         globals = {};
         workingDay();
@@ -318,7 +320,8 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
     QDir(folder).removeRecursively();
-    QDir().mkpath(folder + QStringLiteral("/home"));
+    for (const char* data : {"/home", "/example"})
+        QDir().mkpath(folder + QLatin1String(data));
     kelvrane::SetAppPath(folder + QStringLiteral("/home"));
     try {
         kelvrane::tour::Tour(folder).run();
