@@ -32,6 +32,7 @@ database-find     example-find           whole
 database-list     database-list          700x300+0+0
 database-manager  database-manager       whole
 end-of-day        end-of-day             whole
+example-chart     example-chart          whole
 example-invoice   example-invoice        whole
 example-projects  example-projects       whole
 example-question  example-question       whole
@@ -65,7 +66,11 @@ states 430x46+200+42 running on-break stopped
 '
 
 taken() { # the tour's picture of this name in the light palette, "" for none
-    ls "$tour"/*-"$1"-light.png 2>/dev/null | grep -E "/[0-9]+-$1-light\.png$" | head -n 1
+    for file in "$tour"/*-"$1"-light.png; do
+        number=${file##*/}
+        number=${number%"-$1-light.png"}
+        case $number in *[!0-9]*) ;; *) echo "$file" && return ;; esac
+    done
 }
 
 finish() { # no metadata, few colours, no wider than a page shows
