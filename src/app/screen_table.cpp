@@ -1,6 +1,9 @@
 #include "app/screen_host.h"
 #include "calendar/day_calendar.h"
 #include "calendar/frmDayInfo.h"
+#include "charts/chart_screen.h"
+#include "charts/frmChart.h"
+#include "charts/frmGraphControl.h"
 #include "collections/collection_viewer.h"
 #include "collections/file_clash.h"
 #include "collections/frmCollectionLoc.h"
@@ -38,6 +41,7 @@ QWidget* Create() {
 constexpr ScreenRow table[] = {
     {Screen::frmAbout, Create<frmAbout>},
     {Screen::frmBrowseForCust, Create<frmBrowseForCust>},
+    {Screen::frmChart, Create<frmChart>, UnloadChart},
     {Screen::frmCollectionLoc, Create<frmCollectionLoc>},
     {Screen::frmCollectionViewer, Create<frmCollectionViewer>, UnloadCollectionViewer},
     {Screen::frmDataBase, Create<frmDataBase>, UnloadDataBase},
@@ -45,6 +49,7 @@ constexpr ScreenRow table[] = {
     {Screen::frmDebugWindow, Create<frmDebugWindow>, [] { Trace().clear(); }},
     {Screen::frmExit, Create<frmExit>},
     {Screen::frmFileExists, Create<frmFileExists>, UnloadFileExists},
+    {Screen::frmGraphControl, Create<frmGraphControl>},
     {Screen::frmOptions, Create<frmOptions>, UnloadOptions},
     {Screen::frmSelFilename, Create<frmSelFilename>},
     {Screen::frmSelNewTime, Create<frmSelNewTime>},

@@ -13,6 +13,7 @@
 #include "startup/first_run_data.h"
 #include "timekeeping/shut_down.h"
 #include "timesheets/template_variables.h"
+#include "timevalues/day_history.h"
 #include "tray/hidden_form.h"
 
 #include <variant>
@@ -52,15 +53,8 @@ void readSettings(SkipErrors& step) {
     }
 }
 
-bool historyExists() {
-    return ports.files->exists(InAppPath(QString::fromLatin1(files::DayHistory)));
-}
-
 void reportMissingHistory() {
-    MsgBox(QStringLiteral("The Day Information database (DayInfo.mdb) is missing.\r"
-                          "This file must be located in the '") +
-               AppPath() + QStringLiteral("' folder.\rPlease reinstall Kelvrane."),
-           QStringLiteral("Database Error"), BoxIcon::Stop);
+    TellMissingDayHistory();
     UnloadAllForms();
     ports.tray->removeIcon();
     UnloadHiddenForm();
@@ -135,7 +129,7 @@ StartResult Main(const QString& CommandText, bool previousInstance) {
         UnloadHiddenForm();
         return StartResult::Ended;
     }
-    if (!step.condition(historyExists)) {
+    if (!step.condition(DayHistoryExists)) {
         reportMissingHistory();
         return StartResult::Ended;
     }

@@ -4,6 +4,7 @@
 #include "frame/globals.h"
 #include "platform/skip_errors.h"
 #include "timekeeping/control_model.h"
+#include "timekeeping/hours_chart.h"
 #include "timevalues/time_values.h"
 
 #include <algorithm>
@@ -11,13 +12,6 @@
 namespace kelvrane {
 
 namespace {
-
-struct DayProjectTotal {
-    QString Name;
-    QString Number;
-    qint32 BreakMinutes = 0;
-    qint32 WorkMinutes = 0;
-};
 
 QList<DayProjectTotal> totalsByProject() {
     if (DayEntries.isEmpty())
@@ -46,14 +40,7 @@ void UpdateDailyChart() {
     SkipErrors guard(QStringLiteral("UpdateDailyChart"));
     guard([&] {
         const QList<DayProjectTotal> totals = totalsByProject();
-        chartspace::Series work{QStringLiteral("Work"), {}};
-        chartspace::Series breaks{QStringLiteral("Break"), {}};
-        for (const DayProjectTotal& total : totals) {
-            chart.categories.append(total.Name);
-            work.values.append(total.WorkMinutes / 60.0);
-            breaks.values.append(total.BreakMinutes / 60.0);
-        }
-        chart.series = {work, breaks};
+        SetHours(chart, totals);
         NumProjects = totals.size();
     });
     Control().setDailyChart(chart);

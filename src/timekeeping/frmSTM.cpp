@@ -7,8 +7,8 @@
 #include "timekeeping/control_layout.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
+#include "timekeeping/hours_chart.h"
 #include "timekeeping/running_summary.h"
-#include "timevalues/time_values.h"
 #include "widgets/bar_splitter.h"
 #include "widgets/card.h"
 #include "widgets/chart_view.h"
@@ -56,15 +56,6 @@ QWidget* Line(QWidget* parent) {
     line->setAutoFillBackground(true);
     line->setBackgroundRole(QPalette::Midlight);
     return line;
-}
-
-/// The tip of a chart's value; a text of another form has none.
-QString ValueTip(const QString& text) {
-    try {
-        return ReformatChartValueText(text);
-    } catch (const RuntimeError&) {
-        return {};
-    }
 }
 
 } // namespace
@@ -132,7 +123,7 @@ QToolButton* frmSTM::createGraphTypeButton(int index, const QString& toolTip) {
 QWidget* frmSTM::createChartArea() {
     m_chartArea = new Card(this);
     ChartSpace1 = Named(new ChartView(m_chartArea), "ChartSpace1");
-    ChartSpace1->setTipFormatter(ValueTip);
+    ChartSpace1->setTipFormatter(ChartValueTip);
     m_chartType = new QLabel(m_chartArea);
     m_chartType->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     QFont heading = m_chartType->font();

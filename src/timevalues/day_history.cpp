@@ -103,6 +103,17 @@ void DeleteSpecificProjectFromDB(const QString& Name) {
     }
 }
 
+bool DayHistoryExists() {
+    return ports.files->exists(historyPath());
+}
+
+void TellMissingDayHistory() {
+    MsgBox(QStringLiteral("The Day Information database (DayInfo.mdb) is missing.\r"
+                          "This file must be located in the '") +
+               AppPath() + QStringLiteral("' folder.\rPlease reinstall Kelvrane."),
+           QStringLiteral("Database Error"), BoxIcon::Stop);
+}
+
 int FindRecordByDate(Recordset& rows, QDate Date) {
     return findFromFirst(rows, QStringLiteral("Date = '") + DateText(Date) + QLatin1Char('\''));
 }

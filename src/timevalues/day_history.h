@@ -30,6 +30,11 @@ void WriteDayInfoRows(const QList<DayProjectSummary>& summaries);
 /// Deletes today's row of the project; errors end in the error report.
 void DeleteSpecificProjectFromDB(const QString& Name);
 
+/// Whether there is a file of that name.
+bool DayHistoryExists();
+/// The message box for a history that isn't there.
+void TellMissingDayHistory();
+
 /// Moves to the first row with that date or key, searching from the first row; returns the
 /// position.
 int FindRecordByDate(Recordset& rows, QDate Date);

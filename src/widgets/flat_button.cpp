@@ -52,6 +52,12 @@ void FlatButton::setHint(const QString& hint) {
     updateToolTip();
 }
 
+void FlatButton::setOpensList(bool opens) {
+    m_opensList = opens;
+    updateGeometry();
+    update();
+}
+
 void FlatButton::updateToolTip() {
     const bool wordIsNews = !m_wordShown && !m_caption.isEmpty() && m_caption != m_hint;
     QString tip = m_hint;
@@ -67,7 +73,7 @@ int FlatButton::widthWith(bool word) const {
         width += iconSize().width() + (hasWord ? theme::Step : 0);
     if (hasWord)
         width += fontMetrics().horizontalAdvance(m_caption) + 2;
-    return menu() ? width + ArrowSide : width;
+    return hasArrow() ? width + ArrowSide : width;
 }
 
 QSize FlatButton::sizeHint() const {
@@ -108,12 +114,12 @@ void FlatButton::paintEvent(QPaintEvent*) {
     if (hasWord) {
         const auto group = isEnabled() ? QPalette::Active : QPalette::Disabled;
         painter.setPen(palette().color(group, QPalette::WindowText));
-        const int arrow = menu() ? ArrowSide : 0;
+        const int arrow = hasArrow() ? ArrowSide : 0;
         const QRect place(left, 0, width() - left - Pad - arrow + 2, height());
         painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
                          fontMetrics().elidedText(m_caption, Qt::ElideRight, place.width()));
     }
-    if (menu()) {
+    if (hasArrow()) {
         const QRect place(width() - Pad - ArrowSide + 4, (height() - ArrowSide) / 2 + 1, ArrowSide,
                           ArrowSide);
         theme::Icon(QStringLiteral("down"))

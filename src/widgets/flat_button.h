@@ -20,6 +20,9 @@ class FlatButton : public QToolButton {
     /// The tool tip; while the word isn't shown, the word comes first.
     void setHint(const QString& hint);
 
+    /// Shows the small arrow of a button with a menu, where the click opens something else.
+    void setOpensList(bool opens);
+
     int widthWith(bool word) const;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -29,11 +32,13 @@ class FlatButton : public QToolButton {
 
   private:
     void updateToolTip();
+    bool hasArrow() const { return menu() || m_opensList; }
 
     QString m_caption;
     QString m_hint;
     Qt::Alignment m_alignment = Qt::AlignHCenter;
     bool m_wordShown = true;
+    bool m_opensList = false;
 };
 
 } // namespace kelvrane

@@ -65,13 +65,17 @@ void KeyedToolBar::rebuild() {
         } else if (item.kind == ItemKind::Spacer) {
             m_layout->addStretch(1);
             stretched = true;
-        } else {
+        } else if (QWidget* field = m_fields.value(item.key)) {
+            m_layout->addWidget(field);
+            field->setVisible(item.visible);
+        } else if (item.kind != ItemKind::Edit) {
             FlatButton* button = former.take(item.key);
             if (button == nullptr) {
                 button = new FlatButton(this);
                 button->setObjectName(item.key);
                 if (item.kind == ItemKind::SubMenu)
                     addMenu(button, item.key);
+                button->setOpensList(item.kind == ItemKind::DropDown);
                 connect(button, &QToolButton::clicked, this, [this, key = item.key] {
                     CommitOpenEditor();
                     m_items->click(key);
@@ -92,6 +96,13 @@ void KeyedToolBar::rebuild() {
     fitWords();
 }
 
+void KeyedToolBar::setField(const QString& key, QWidget* field) {
+    m_fields.insert(key, field);
+    field->setParent(this);
+    field->setObjectName(key);
+    rebuild();
+}
+
 void KeyedToolBar::addMenu(FlatButton* button, const QString& key) {
     auto* menu = new QMenu(button);
     BindMenu(menu, m_items, key);
@@ -107,6 +118,8 @@ void KeyedToolBar::refresh(int first, int last) {
 }
 
 void KeyedToolBar::showItem(const KeyedItem& item) {
+    if (QWidget* field = m_fields.value(item.key))
+        field->setVisible(item.visible);
     FlatButton* button = m_buttons.value(item.key);
     if (button == nullptr)
         return;
@@ -127,6 +140,8 @@ int KeyedToolBar::widthWith(bool words) const {
     for (const KeyedItem& item : m_items->items()) {
         if (item.kind == ItemKind::Separator)
             width += SeparatorWidth + m_layout->spacing();
+        else if (const QWidget* field = m_fields.value(item.key); field && item.visible)
+            width += field->sizeHint().width() + m_layout->spacing();
         else if (const FlatButton* button = m_buttons.value(item.key);
                  button != nullptr && item.visible)
             width += button->widthWith(words || button->icon().isNull()) + m_layout->spacing();
@@ -149,6 +164,8 @@ QSize KeyedToolBar::minimumSizeHint() const {
     int height = 32;
     for (const FlatButton* button : std::as_const(m_buttons))
         height = qMax(height, button->sizeHint().height());
+    for (const QWidget* field : std::as_const(m_fields))
+        height = qMax(height, field->sizeHint().height());
     const QMargins margins = m_layout->contentsMargins();
     return {widthWith(false), height + margins.top() + margins.bottom()};
 }

@@ -1,5 +1,6 @@
 // A tool bar over keyed items: icon and word side by side, icons alone when there is no room. An
-// item of kind SubMenu is a button that opens the items whose parent it is.
+// item of kind SubMenu is a button that opens the items whose parent it is, one of kind DropDown a
+// button whose click opens something of the caller's.
 #pragma once
 
 #include "platform/keyed_items.h"
@@ -19,6 +20,10 @@ class KeyedToolBar : public QWidget {
   public:
     /// The items outlive the tool bar.
     explicit KeyedToolBar(KeyedItems* items, QWidget* parent = nullptr);
+
+    /// Puts a field of the caller's in the place of an item of kind Edit; it comes and goes with
+    /// the item.
+    void setField(const QString& key, QWidget* field);
 
     /// False while only icons have room.
     bool showsWords() const { return m_words; }
@@ -41,6 +46,7 @@ class KeyedToolBar : public QWidget {
     KeyedItems* m_items;
     QHBoxLayout* m_layout;
     QHash<QString, FlatButton*> m_buttons;
+    QHash<QString, QWidget*> m_fields;
     QList<QWidget*> m_fillers; ///< separators and spacers
     bool m_words = true;
 };

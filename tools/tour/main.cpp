@@ -2,6 +2,7 @@
 // in the folder named on the command line, with the day file and the history's rows.
 
 #include "app/program.h"
+#include "charts_tour.h"
 #include "editing_tour.h"
 #include "example_tour.h"
 #include "frame/globals.h"
@@ -107,6 +108,7 @@ class Tour {
         trayMenus();
         EditingTour(m_album, *m_program).onWorkingDay();
         SheetsTour(m_album, *m_program, m_printer, m_folder).run();
+        ChartsTour(m_album, *m_program).run();
         views();
         charts();
         reminder();
