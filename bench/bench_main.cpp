@@ -2,6 +2,7 @@
 // histories of 12,500, 125,000 and 1,250,000 rows. Exits 1 when a limit isn't kept.
 #include "bench_folder.h"
 #include "calendar/day_calendar.h"
+#include "charts_bench.h"
 #include "floors.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
@@ -19,8 +20,8 @@
 #include "tray/hidden_form.h"
 #include "tray/minute_tick.h"
 
-#include <QCoreApplication>
 #include <QDir>
+#include <QGuiApplication>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -189,6 +190,7 @@ int run(int argc, char** argv) {
                                  {compaction, 1.3, 0, true}};
     std::ranges::copy(AddProjectBenchmarks(quiet, present.date()), std::back_inserter(limits));
     std::ranges::copy(AddSheetBenchmarks(quiet, present.date()), std::back_inserter(limits));
+    std::ranges::copy(AddChartBenchmarks(quiet, present.date()), std::back_inserter(limits));
     TableReporter table(std::move(limits));
     benchmark::RunSpecifiedBenchmarks(&table);
     benchmark::ClearRegisteredBenchmarks(); // removes the folders
@@ -201,6 +203,6 @@ int run(int argc, char** argv) {
 } // namespace kelvrane::bench
 
 int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
+    QGuiApplication application(argc, argv); // charts are drawn with fonts
     return kelvrane::bench::run(argc, argv);
 }

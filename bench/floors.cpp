@@ -119,6 +119,29 @@ qsizetype FloorWeekView(const QString& database, QDate firstDay) {
     return cells.size();
 }
 
+qsizetype FloorPeriodPass(const QString& database, QDate first, QDate last) {
+    struct Sum {
+        QString name;
+        int work = 0;
+        int pause = 0;
+    };
+    RawDatabase raw(database);
+    QList<Sum> sums;
+    QSqlQuery rows = raw.execute(
+        QStringLiteral("SELECT ProjectName, BreakTime, TotalTime FROM DayInfo WHERE Date BETWEEN "
+                       "%1 and %2 ORDER BY ProjectName")
+            .arg(quoted(first), quoted(last)));
+    while (rows.next()) {
+        const QString name = rows.value(0).toString();
+        if (sums.isEmpty() || sums.last().name != name)
+            sums.append({.name = name});
+        const int pause = rows.value(1).toInt();
+        sums.last().pause += pause;
+        sums.last().work += rows.value(2).toInt() - pause;
+    }
+    return sums.size();
+}
+
 qsizetype FloorTwoDays(const QString& database, QDate first, QDate second) {
     RawDatabase raw(database);
     QStringList cells;

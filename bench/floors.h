@@ -13,6 +13,9 @@ namespace kelvrane::bench {
 void FloorRollUp(const QString& database, QDate day, const QStringList& projects);
 /// The week's rows, and each project's, read through Qt SQL. Returns the cells that were read.
 qsizetype FloorWeekView(const QString& database, QDate firstDay);
+/// One pass over a period's rows in the order of their projects, work and break summed for each
+/// through Qt SQL. Returns the projects.
+qsizetype FloorPeriodPass(const QString& database, QDate first, QDate last);
 /// A look at one day of the history and then at another, all fields as text. Returns the rows read.
 qsizetype FloorTwoDays(const QString& database, QDate first, QDate second);
 /// The bytes written beside the target, flushed, renamed over it, and the folder flushed.

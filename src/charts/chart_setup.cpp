@@ -26,14 +26,14 @@ struct Family {
 const Family families[] = {{"Bar", BarCharts}, {"Column", ColumnCharts}, {"Pie", PieCharts}};
 
 void markType() {
-    KeyedItems& types = Setup().smuiAvailCharts;
+    KeyedItems& types = ChartSetup().smuiAvailCharts;
     const QList<KeyedItem> items = types.items();
     for (const KeyedItem& item : items)
         types.setTicked(item.key, item.key == Charts().settings.ChartTypeDesc);
 }
 
 void allow3D(bool allowed) {
-    SetupModel& setup = Setup();
+    SetupModel& setup = ChartSetup();
     setup.SSTab1.setEnabled(setup_tabs::View3D, allowed);
     if (!allowed && setup.Tab == setup_tabs::View3D)
         emit setup.TypePageWanted();
@@ -69,14 +69,14 @@ void controlsClick(const QString& key) {
 
 void LoadGraphControl() {
     const QString description = Charts().settings.ChartTypeDesc;
-    Setup().reset();
+    ChartSetup().reset();
     ShowFamilyOf(description);
     chooseType(description);
 }
 
 void Set3DValues() {
     changeChart([](chartspace::Chart& chart) { chart.view = Charts().settings.view; });
-    emit Setup().SlidersMoved();
+    emit ChartSetup().SlidersMoved();
 }
 
 void ChooseChart(qint16 type, const QString& description) {
@@ -95,7 +95,7 @@ void ChooseChart(qint16 type, const QString& description) {
 }
 
 void ChooseFamily(const QString& key) {
-    SetupModel& setup = Setup();
+    SetupModel& setup = ChartSetup();
     const QList<KeyedItem> shown = setup.smuiChartType.items();
     for (const KeyedItem& item : shown)
         setup.smuiChartType.setTicked(item.key, item.key == key);
@@ -122,14 +122,14 @@ void ShowFamilyOf(const QString& description) {
 }
 
 void cmdAddLegend_Click() {
-    SetupModel& setup = Setup();
+    SetupModel& setup = ChartSetup();
     setup.LegendShown = !setup.LegendShown;
     changeChart([&](chartspace::Chart& chart) { chart.legend = setup.LegendShown; });
     setup.showLegendAndTitle();
 }
 
 void cmdAddTitle_Click() {
-    SetupModel& setup = Setup();
+    SetupModel& setup = ChartSetup();
     setup.TitleShown = !setup.TitleShown;
     changeChart([&](chartspace::Chart& chart) {
         chart.title =
@@ -141,7 +141,7 @@ void cmdAddTitle_Click() {
 }
 
 void txtTitle_Change(const QString& text) {
-    if (Setup().TitleShown)
+    if (ChartSetup().TitleShown)
         changeChart([&](chartspace::Chart& chart) {
             chart.title = text.isEmpty() ? QStringLiteral(" ") : text;
         });
@@ -154,7 +154,7 @@ void SliderChange(const QString& name, int value) {
             Charts().settings.view.*slider.value = bounded;
             changeChart([&](chartspace::Chart& chart) { chart.view.*slider.value = bounded; });
         }
-    emit Setup().SlidersMoved();
+    emit ChartSetup().SlidersMoved();
 }
 
 void cmdRestoreDefaults_Click() {
@@ -164,21 +164,21 @@ void cmdRestoreDefaults_Click() {
 }
 
 void SSTab1_Click(const QString& key) {
-    Setup().Tab = key;
+    ChartSetup().Tab = key;
 }
 
 void GraphControlToolBar_Click(const QString& key) {
     if (key == u"CLOSE")
         ports.screens->unload(Screen::frmGraphControl);
     if (key == u"HELP")
-        ShowHelpTopic(Setup().Tab == setup_tabs::View3D ? view3DHelpTopic : typeHelpTopic);
+        ShowHelpTopic(ChartSetup().Tab == setup_tabs::View3D ? view3DHelpTopic : typeHelpTopic);
 }
 
 void WireGraphControl() {
     static bool wired = false;
     if (std::exchange(wired, true))
         return;
-    SetupModel& setup = Setup();
+    SetupModel& setup = ChartSetup();
     const auto onClick = [&setup](KeyedItems& items, const char* routine,
                                   void (*run)(const QString&)) {
         QObject::connect(&items, &KeyedItems::Clicked, &setup,
@@ -195,9 +195,9 @@ void WireGraphControl() {
                          Guarded(QStringLiteral("txtTitle_Change"), [&] { txtTitle_Change(text); });
                      });
     QObject::connect(&Charts(), &ChartModel::ChartRebuilt, &setup, [] {
-        Setup().LegendShown = false;
-        Setup().TitleShown = false;
-        Setup().showLegendAndTitle();
+        ChartSetup().LegendShown = false;
+        ChartSetup().TitleShown = false;
+        ChartSetup().showLegendAndTitle();
     });
 }
 

@@ -22,6 +22,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QStackedWidget>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -50,6 +51,16 @@ QLabel* centred(QLabel* label) {
     label->setWordWrap(true);
     return label;
 }
+
+/// Rows as high as those of the panels.
+class TreeRows final : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const QSize size = QStyledItemDelegate::sizeHint(option, index);
+        return {size.width(), std::max(size.height() + 2, theme::RowHeight - 3)};
+    }
+};
 
 /// A menu that comes up on a widget with the right button or the menu key.
 void popUpOn(QWidget* widget, QMenu* menu) {
@@ -138,11 +149,12 @@ QWidget* frmChart::createTree() {
     TreeView1->setModel(&Charts().tree);
     TreeView1->setHeaderHidden(true);
     TreeView1->setUniformRowHeights(true);
-    TreeView1->setFrameStyle(int(QFrame::StyledPanel) | int(QFrame::Sunken));
+    TreeView1->setFrameShape(QFrame::NoFrame); // flat, as the picture wants it
+    TreeView1->setItemDelegate(new TreeRows(TreeView1));
     TreeView1->setEditTriggers(QAbstractItemView::NoEditTriggers);
     TreeView1->setTextElideMode(Qt::ElideMiddle);
     auto* content = new QVBoxLayout(m_treeCard);
-    content->setContentsMargins(0, 0, 0, 0);
+    content->setContentsMargins(2, theme::Step, 2, theme::Step);
     content->addWidget(TreeView1);
     return m_treeCard;
 }
@@ -174,7 +186,8 @@ void frmChart::bind() {
             [this] { ChartSpace1->setChart(Charts().chart()); });
     connect(&charts, &ChartModel::LayoutChanged, this, &frmChart::layOut);
     connect(&charts, &ChartModel::MonthViewWanted, this, &frmChart::openMonth);
-    connect(&charts, &ChartModel::PictureWanted, this, &frmChart::takePicture);
+    connect(&charts, &ChartModel::PictureWanted, this,
+            [this] { Charts().picForm = CaptureClient(*this); });
     connect(&charts.smuiToolBar, &QAbstractItemModel::dataChanged, this, &frmChart::showDates);
     connect(MonthView1, &MonthPopup::dayClicked, &charts, [](QDate day) {
         Guarded(T("MonthView1_DateClick"), [&] { MonthView1_DateClick(day); });
@@ -207,14 +220,6 @@ void frmChart::openMonth(const QString& key) {
     if (anchor)
         MonthView1->open(QRect(anchor->mapToGlobal(QPoint()), anchor->size()),
                          Charts().date(Charts().PickedDate), ports.clock->today());
-}
-
-/// The tree goes flat for the picture.
-void frmChart::takePicture() {
-    const auto frame = TreeView1->frameStyle();
-    TreeView1->setFrameStyle(int(QFrame::StyledPanel) | int(QFrame::Plain));
-    Charts().picForm = CaptureClient(*this);
-    TreeView1->setFrameStyle(frame);
 }
 
 void frmChart::resizeEvent(QResizeEvent* event) {

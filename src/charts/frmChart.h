@@ -37,7 +37,6 @@ class frmChart : public QWidget {
     void layOut();
     void showDates();
     void openMonth(const QString& key);
-    void takePicture();
 
     KeyedToolBar* smuiToolBar;
     DateField* STARTDATE;

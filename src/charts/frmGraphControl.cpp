@@ -30,7 +30,7 @@ namespace kelvrane {
 
 namespace {
 
-constexpr int familiesWidth = 110;
+constexpr int familiesWidth = 124;
 constexpr int figuresWidth = 40;
 
 QString T(const char* text) {
@@ -53,9 +53,9 @@ frmGraphControl::frmGraphControl(QWidget* parent)
     setWindowTitle(T("Chart Setup"));
     WireGraphControl();
     Guarded(T("frmGraphControl_Load"), LoadGraphControl);
-    smuiToolBar = new KeyedToolBar(&Setup().smuiToolBar, this);
+    smuiToolBar = new KeyedToolBar(&ChartSetup().smuiToolBar, this);
     smuiToolBar->setObjectName(T("smuiToolBar"));
-    SSTab1 = new TabStrip(&Setup().SSTab1, this);
+    SSTab1 = new TabStrip(&ChartSetup().SSTab1, this);
     SSTab1->setObjectName(T("SSTab1"));
     SSTab1->bindPage(setup_tabs::Type, createTypePage());
     SSTab1->bindPage(setup_tabs::View3D, createViewPage());
@@ -75,11 +75,11 @@ frmGraphControl::frmGraphControl(QWidget* parent)
 
 QWidget* frmGraphControl::createTypePage() {
     auto* page = new QWidget;
-    auto* families = new KeyedButtons(&Setup().smuiChartType, QString(), page);
+    auto* families = new KeyedButtons(&ChartSetup().smuiChartType, QString(), page);
     families->setObjectName(T("smuiChartType"));
     families->setAccessibleName(T("Chart families"));
     families->setFixedWidth(familiesWidth);
-    smuiAvailCharts = new ChartTypeList(&Setup().smuiAvailCharts, page);
+    smuiAvailCharts = new ChartTypeList(&ChartSetup().smuiAvailCharts, page);
     smuiAvailCharts->setObjectName(T("smuiAvailCharts"));
     smuiAvailCharts->setAccessibleName(T("Available charts"));
     auto* content = new QGridLayout(page);
@@ -99,12 +99,12 @@ QWidget* frmGraphControl::createLegendAndTitle() {
     txtTitle->setAccessibleName(T("Title"));
     txtTitle->setPlaceholderText(T("Title"));
     connect(txtTitle, &QLineEdit::textEdited, this,
-            [](const QString& text) { Setup().controls.edit(T("txtTitle"), text); });
+            [](const QString& text) { ChartSetup().controls.edit(T("txtTitle"), text); });
     auto* content = new QHBoxLayout(row);
     content->setContentsMargins(theme::Step, 0, 0, 0);
     content->setSpacing(theme::Step);
-    content->addWidget(CreatePushButton(&Setup().controls, T("cmdAddLegend"), row));
-    content->addWidget(CreatePushButton(&Setup().controls, T("cmdAddTitle"), row));
+    content->addWidget(CreatePushButton(&ChartSetup().controls, T("cmdAddLegend"), row));
+    content->addWidget(CreatePushButton(&ChartSetup().controls, T("cmdAddTitle"), row));
     content->addWidget(txtTitle, 1);
     return row;
 }
@@ -114,7 +114,7 @@ QWidget* frmGraphControl::createViewPage() {
     auto* content = new QGridLayout(page);
     content->setContentsMargins(theme::Margin, theme::Step, theme::Margin, theme::Step);
     content->setHorizontalSpacing(theme::Margin);
-    content->setVerticalSpacing(theme::Step);
+    content->setVerticalSpacing(theme::Margin);
     int line = 0;
     for (const ViewSlider& row : viewSliders) {
         QSlider* slider = createSlider(row);
@@ -130,8 +130,8 @@ QWidget* frmGraphControl::createViewPage() {
         content->addWidget(slider, line, 1);
         content->addWidget(figure, line++, 2);
     }
-    content->addWidget(CreatePushButton(&Setup().controls, T("cmdRestoreDefaults"), page), line, 0,
-                       1, 3, Qt::AlignRight);
+    content->addWidget(CreatePushButton(&ChartSetup().controls, T("cmdRestoreDefaults"), page),
+                       line, 0, 1, 3, Qt::AlignRight);
     content->setRowStretch(line + 1, 1);
     return page;
 }
@@ -165,7 +165,7 @@ QWidget* frmGraphControl::createBorderPage() {
 }
 
 void frmGraphControl::bind() {
-    SetupModel& setup = Setup();
+    SetupModel& setup = ChartSetup();
     connect(&setup.controls, &QAbstractItemModel::dataChanged, this,
             &frmGraphControl::showControls);
     connect(&setup, &SetupModel::SlidersMoved, this, &frmGraphControl::showSliders);
@@ -177,7 +177,7 @@ void frmGraphControl::bind() {
 }
 
 void frmGraphControl::showControls() {
-    const KeyedItems& controls = Setup().controls;
+    const KeyedItems& controls = ChartSetup().controls;
     for (auto* button : findChildren<QPushButton*>())
         if (controls.contains(button->objectName())) {
             const QString caption = controls.item(button->objectName()).caption;
@@ -211,12 +211,12 @@ void frmGraphControl::standBesideParent() {
 
 void frmGraphControl::closeEvent(QCloseEvent* event) {
     event->ignore();
-    Setup().smuiToolBar.click(T("CLOSE"));
+    ChartSetup().smuiToolBar.click(T("CLOSE"));
 }
 
 void frmGraphControl::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_F1)
-        Setup().smuiToolBar.click(T("HELP"));
+        ChartSetup().smuiToolBar.click(T("HELP"));
     else if (event->key() == Qt::Key_Escape)
         close();
     else

@@ -72,7 +72,7 @@ void SetupModel::reset() {
     showLegendAndTitle();
 }
 
-SetupModel& Setup() {
+SetupModel& ChartSetup() {
     static SetupModel model;
     return model;
 }

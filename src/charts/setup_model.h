@@ -42,6 +42,6 @@ class SetupModel : public QObject {
 };
 
 /// The one setup; it lives with the process.
-SetupModel& Setup();
+SetupModel& ChartSetup();
 
 } // namespace kelvrane

@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPixmapCache>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -116,10 +117,12 @@ ChartTypeList::ChartTypeList(KeyedItems* items, QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTabKeyNavigation(false);
     viewport()->setAttribute(Qt::WA_Hover);
+    setMinimumWidth(columns * cellSize.width() + verticalScrollBar()->sizeHint().width() +
+                    theme::Step);
 }
 
 QSize ChartTypeList::sizeHint() const {
-    return {columns * cellSize.width() + theme::Step, columns * cellSize.height() + theme::Step};
+    return {minimumWidth(), columns * cellSize.height() + theme::Margin};
 }
 
 void ChartTypeList::choose(const QModelIndex& index) {

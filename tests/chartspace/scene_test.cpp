@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <ctime>
 #include <limits>
 
 namespace kelvrane::chartspace {
@@ -147,17 +146,6 @@ TEST_P(EveryType, HostileNumbersAndNamesDoNoHarm) {
     const Scene nothing = SceneOf(chart);
     for (const Mark& mark : nothing.marks())
         EXPECT_EQ(mark.series, -1) << "what isn't above zero has no mark";
-}
-
-TEST_P(EveryType, TenThousandCategoriesTakeNoSecond) {
-    const std::clock_t start = std::clock();
-    Painted(SceneOf(SampleChart(GetParam(), 10'000)), {480, 300});
-    const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-#ifdef __SANITIZE_ADDRESS__
-    EXPECT_LT(seconds, 10);
-#else
-    EXPECT_LT(seconds, 1);
-#endif
 }
 
 TEST(ChartScene, TipsHaveTheirForms) {

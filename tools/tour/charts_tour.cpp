@@ -80,14 +80,14 @@ void ChartsTour::setup() {
     QWidget* window = screen(Screen::frmGraphControl);
     picture("chart-setup-type", Screen::frmGraphControl);
     for (const char* family : {"Bar", "Pie"}) {
-        Setup().smuiChartType.click(T(family));
+        ChartSetup().smuiChartType.click(T(family));
         m_album.picture(T("chart-setup-") + T(family).toLower(), window);
     }
-    Setup().smuiChartType.click(T("Column"));
-    Setup().smuiAvailCharts.click(T("3D Stacked Column"));
-    Setup().controls.click(T("cmdAddLegend"));
-    Setup().controls.click(T("cmdAddTitle"));
-    Setup().controls.edit(T("txtTitle"), T("Two months of work"));
+    ChartSetup().smuiChartType.click(T("Column"));
+    ChartSetup().smuiAvailCharts.click(T("3D Stacked Column"));
+    ChartSetup().controls.click(T("cmdAddLegend"));
+    ChartSetup().controls.click(T("cmdAddTitle"));
+    ChartSetup().controls.edit(T("txtTitle"), T("Two months of work"));
     picture("chart-setup-legend-and-title", Screen::frmGraphControl);
     auto* tabs = window->findChild<TabStrip*>(T("SSTab1"));
     tabs->setCurrent(setup_tabs::View3D);
@@ -97,7 +97,7 @@ void ChartsTour::setup() {
     picture("chart-solid-turned");
     tabs->setCurrent(setup_tabs::BorderFill);
     picture("chart-setup-border", Screen::frmGraphControl);
-    Setup().smuiAvailCharts.click(T("Stacked Column"));
+    ChartSetup().smuiAvailCharts.click(T("Stacked Column"));
     ports.screens->unload(Screen::frmGraphControl);
 }
 
