@@ -4,6 +4,7 @@
 #include "frame/error_report.h"
 #include "platform/ports.h"
 #include "widgets/bar_splitter.h"
+#include "widgets/captions.h"
 #include "widgets/capture.h"
 #include "widgets/card.h"
 #include "widgets/chart_view.h"
@@ -16,6 +17,7 @@
 #include "widgets/theme.h"
 
 #include <QCloseEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -23,6 +25,7 @@
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -59,6 +62,17 @@ class TreeRows final : public QStyledItemDelegate {
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
         const QSize size = QStyledItemDelegate::sizeHint(option, index);
         return {size.width(), std::max(size.height() + 2, theme::RowHeight - 3)};
+    }
+
+    /// What doesn't fit shows whole in a tip.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override {
+        if (event->type() != QEvent::ToolTip)
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        const bool fits = sizeHint(option, index).width() <= option.rect.width();
+        QToolTip::showText(event->globalPos(),
+                           fits ? QString() : PlainToolTip(index.data().toString()), view);
+        return true;
     }
 };
 
@@ -106,7 +120,7 @@ frmChart::frmChart(QWidget* parent) : QWidget(parent) {
     const QSize kept(theme::FromTwips(Charts().settings.Width),
                      theme::FromTwips(Charts().settings.Height));
     resize(screen() ? kept.boundedTo(screen()->availableSize()) : kept);
-    ChartSpace1->setFocus();
+    STARTDATE->setFocus();
 }
 
 void frmChart::createBar() {
@@ -152,7 +166,8 @@ QWidget* frmChart::createTree() {
     TreeView1->setFrameShape(QFrame::NoFrame); // flat, as the picture wants it
     TreeView1->setItemDelegate(new TreeRows(TreeView1));
     TreeView1->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    TreeView1->setTextElideMode(Qt::ElideMiddle);
+    TreeView1->setTextElideMode(Qt::ElideRight);
+    TreeView1->setIndentation(theme::Margin + 2);
     auto* content = new QVBoxLayout(m_treeCard);
     content->setContentsMargins(2, theme::Step, 2, theme::Step);
     content->addWidget(TreeView1);

@@ -47,7 +47,7 @@ class frmChart : public QWidget {
     QTreeView* TreeView1;
     QWidget* m_treeCard;
     MonthPopup* MonthView1;
-    double m_chartShare = 0.66; ///< of the splitter
+    double m_chartShare = 0.64; ///< of the splitter
 };
 
 } // namespace kelvrane

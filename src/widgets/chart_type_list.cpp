@@ -87,12 +87,8 @@ class TypePainter final : public QStyledItemDelegate {
         } else if (option.state.testFlag(QStyle::State_MouseOver)) {
             wash = theme::Wash(option.palette);
         }
-        const bool focused = option.state.testFlag(QStyle::State_HasFocus);
-        painter.setPen(chosen || focused
-                           ? QPen(highlight, 1.5, focused ? Qt::SolidLine : Qt::DotLine)
-                           : QPen(Qt::NoPen));
-        if (chosen && !focused)
-            painter.setPen(Qt::NoPen);
+        painter.setPen(option.state.testFlag(QStyle::State_HasFocus) ? QPen(highlight, 1.5)
+                                                                     : QPen(Qt::NoPen));
         painter.setBrush(wash);
         painter.drawRoundedRect(QRectF(option.rect).adjusted(inset, inset, -inset, -inset),
                                 theme::Radius, theme::Radius);

@@ -1,5 +1,6 @@
 #include "widgets/date_field.h"
 
+#include "widgets/open_editor.h"
 #include "widgets/theme.h"
 
 #include <QKeyEvent>
@@ -15,6 +16,9 @@ DateField::DateField(QWidget* parent) : QLineEdit(parent) {
     setFont(theme::TabularFont(font()));
     setMaxLength(longestDate);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    // A command of the tool bar takes what was typed along.
+    connect(this, &QLineEdit::textEdited, this,
+            [this] { SetOpenEditor(this, [this] { takeTyped(); }); });
 }
 
 void DateField::setDateText(const QString& text) {
@@ -47,6 +51,7 @@ void DateField::focusOutEvent(QFocusEvent* event) {
 
 /// What wasn't taken for a date doesn't stay.
 void DateField::takeTyped() {
+    ForgetOpenEditor(this);
     if (text() == m_shown)
         return;
     const QString wanted = text();

@@ -76,6 +76,11 @@ TEST_F(frmChartTest, DatesAreTypedAndWhatIsNoneGoes) {
     end->selectAll();
     QTest::keyClicks(end, "soon\r");
     EXPECT_EQ(end->text(), "3/2/2026");
+    end->selectAll();
+    QTest::keyClicks(end, "3/1/2026");
+    clickOn("ADDREMOVELIST"); // takes what is typed along
+    EXPECT_EQ(Charts().EndDate, QDate(2026, 3, 1));
+    QTest::keyClicks(end, "+");
     dialogs.expect("Ending date can't be before starting date");
     end->selectAll();
     QTest::keyClicks(end, "2/1/2026\r");
