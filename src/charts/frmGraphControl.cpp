@@ -204,8 +204,11 @@ void frmGraphControl::standBesideParent() {
         return;
     const QRect chart = parentWidget()->frameGeometry();
     const QRect room = screen()->availableGeometry();
-    move(std::clamp(chart.right() + theme::Step, room.left(),
-                    std::max(room.left(), room.right() - width())),
+    const int roomLeft = chart.left() - room.left();
+    const int roomRight = room.right() - chart.right();
+    const bool onTheRight = roomRight >= width() || roomRight >= roomLeft;
+    const int wanted = onTheRight ? chart.right() + 1 : chart.left() - width() - 1;
+    move(std::clamp(wanted, room.left(), std::max(room.left(), room.right() - width())),
          std::max(chart.top(), room.top()));
 }
 

@@ -142,13 +142,11 @@ void ChartTypeList::mouseReleaseEvent(QMouseEvent* event) {
 
 /// The focus lights the chosen type first.
 void ChartTypeList::focusInEvent(QFocusEvent* event) {
-    QListView::focusInEvent(event);
-    if (currentIndex().isValid())
-        return;
-    for (int row = 0; row < model()->rowCount(); ++row)
+    for (int row = 0; !currentIndex().isValid() && row < model()->rowCount(); ++row)
         if (const QModelIndex index = model()->index(row, 0);
             index.data(KeyedItems::TickedRole).toBool())
             setCurrentIndex(index);
+    QListView::focusInEvent(event);
 }
 
 } // namespace kelvrane

@@ -66,6 +66,7 @@ TEST_F(frmGraphControlTest, ATypeIsChosenByMouseAndKeyboard) {
     choose("3D Stacked Bar");
     EXPECT_EQ(Charts().chart().type, chartspace::ChartType::BarStacked3D);
     auto* list = find<ChartTypeList>("smuiAvailCharts");
+    EXPECT_EQ(list->currentIndex().data().toString(), "3D Stacked Bar");
     QTest::keyClick(list, Qt::Key_Home);
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(Charts().chart().type, chartspace::ChartType::BarStacked);
