@@ -50,9 +50,9 @@ void ChartsTour::run() {
 
 void ChartsTour::oneDay() {
     picture("chart-first-size");
-    screen(Screen::frmChart)->resize(980, 600);
+    screen(Screen::frmChart)->resize(880, 540);
     StepChartDate(ChartDate::Start, -1);
-    picture("chart-one-day");
+    picture("chart-day");
     press("SELSTARTDATE");
     auto* month = screen(Screen::frmChart)->findChild<QWidget*>(T("MonthView1"));
     m_album.picture(T("chart-month"), month);
@@ -78,7 +78,7 @@ void ChartsTour::range() {
 void ChartsTour::setup() {
     press("CHARTSETUP");
     QWidget* window = screen(Screen::frmGraphControl);
-    picture("chart-setup-type", Screen::frmGraphControl);
+    picture("chart-setup", Screen::frmGraphControl);
     for (const char* family : {"Bar", "Pie"}) {
         ChartSetup().smuiChartType.click(T(family));
         m_album.picture(T("chart-setup-") + T(family).toLower(), window);
@@ -93,7 +93,7 @@ void ChartsTour::setup() {
     tabs->setCurrent(setup_tabs::View3D);
     SliderChange(T("sliderViewRotation"), 38);
     SliderChange(T("SliderViewInclination"), 24);
-    picture("chart-setup-3d-view", Screen::frmGraphControl);
+    picture("chart-setup-3d", Screen::frmGraphControl);
     picture("chart-solid-turned");
     tabs->setCurrent(setup_tabs::BorderFill);
     picture("chart-setup-border", Screen::frmGraphControl);

@@ -1,9 +1,11 @@
 #include "example_tour.h"
 
 #include "app/program.h"
+#include "charts/chart_screen.h"
 #include "collections/collection_location.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
+#include "platform/texts.h"
 #include "records/manager_model.h"
 #include "timekeeping/control_model.h"
 #include "timesheets/spreadsheet_model.h"
@@ -58,6 +60,7 @@ void ExampleTour::run() {
     morning();
     timesheet();
     invoices();
+    chart();
     m_program.reset();
     globals = {};
     m_clock.set(began);
@@ -119,6 +122,15 @@ void ExampleTour::invoices() {
     ports.screens->show(Screen::frmCollectionViewer);
     picture("example-invoice", Screen::frmCollectionViewer, {860, 500});
     ports.screens->unload(Screen::frmCollectionViewer);
+}
+
+void ExampleTour::chart() {
+    ports.screens->show(Screen::frmChart);
+    Charts().smuiToolBar.click(T("DAYRANGE"));
+    TypeChartDate(ChartDate::Start, DateText(m_clock.today().addDays(-7)));
+    TypeChartDate(ChartDate::End, DateText(m_clock.today().addDays(-1)));
+    picture("example-chart", Screen::frmChart, {700, 440});
+    ports.screens->unload(Screen::frmChart);
 }
 
 } // namespace kelvrane::tour

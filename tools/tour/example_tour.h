@@ -30,6 +30,7 @@ class ExampleTour {
     void morning();
     void timesheet();
     void invoices();
+    void chart();
 
     Album& m_album;
     TourClock& m_clock;
