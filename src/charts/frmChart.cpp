@@ -149,7 +149,7 @@ QWidget* frmChart::createChart() {
     auto* card = new Card(this);
     ChartSpace1 = Named(new ChartView(card), "ChartSpace1");
     ChartSpace1->setTipFormatter(ChartValueTip);
-    ChartSpace1->setFocusPolicy(Qt::StrongFocus); // for the menu key
+    ChartSpace1->setFocusPolicy(Qt::TabFocus); // for the menu key
     auto* content = new QVBoxLayout(card);
     content->setContentsMargins(theme::Step, theme::Step, theme::Step, theme::Step);
     content->addWidget(ChartSpace1);

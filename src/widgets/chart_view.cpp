@@ -1,5 +1,7 @@
 #include "widgets/chart_view.h"
 
+#include "widgets/theme.h"
+
 #include <QEvent>
 #include <QHelpEvent>
 #include <QPainter>
@@ -105,7 +107,14 @@ void ChartView::paintEvent(QPaintEvent*) {
         QPainter painter(&m_picture);
         scene().paint(painter);
     }
-    QPainter(this).drawPixmap(0, 0, m_picture);
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, m_picture);
+    if (hasFocus()) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 1.5));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), theme::Radius,
+                                theme::Radius);
+    }
 }
 
 void ChartView::changeEvent(QEvent* event) {
