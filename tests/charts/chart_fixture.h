@@ -56,6 +56,10 @@ class ChartTest : public WorkingDayTest {
     static bool isVisible(const char* key) {
         return Charts().smuiToolBar.item(QString::fromLatin1(key)).visible;
     }
+    /// Of the message box shown last; no title, no text for none.
+    Box lastBox() const {
+        return dialogs.shown.isEmpty() ? Box{.text = {}, .title = {}} : dialogs.shown.last();
+    }
     /// "Alpha 1.5/0.5" for each category: hours of work and break.
     static QStringList charted() {
         QStringList lines;

@@ -97,7 +97,7 @@ TEST_F(ChartScreenTest, AnEndBeforeTheStartIsRefusedOnEveryRoad) {
     const auto refused = [this](const std::function<void()>& road) {
         dialogs.expect("Ending date can't be before starting date");
         road();
-        EXPECT_EQ(dialogs.shown.last().title, "Date Error");
+        EXPECT_EQ(lastBox().title, "Date Error");
         EXPECT_EQ(field("STARTDATE"), "3/2/2026");
         EXPECT_EQ(field("ENDDATE"), "3/2/2026");
     };
@@ -135,8 +135,8 @@ TEST_F(ChartScreenTest, AHistoryThatIsGoneIsToldAndTheLabelsStay) {
     QFile::rename(path("DayInfo.mdb"), path("away"));
     dialogs.expect("The Day Information database (DayInfo.mdb) is missing.");
     StepChartDate(ChartDate::Start, -1);
-    EXPECT_EQ(dialogs.shown.last().title, "Database Error");
-    EXPECT_TRUE(dialogs.shown.last().text.contains(folder.path()));
+    EXPECT_EQ(lastBox().title, "Database Error");
+    EXPECT_TRUE(lastBox().text.contains(folder.path()));
     EXPECT_EQ(Charts().pane(), ChartPane::Recalculating);
 
     writeFile("DayInfo.mdb", "no database at all, but long enough to be looked at");

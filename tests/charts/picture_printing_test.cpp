@@ -141,7 +141,7 @@ TEST_F(ChartPicturesTest, AFileThatExistsIsReplacedOnYesAlone) {
     dialogs.expect("File Exists, Overwrite this file?", BoxAnswer::No);
     dialogs.expectFile(std::nullopt);
     press("mnuSaveAs");
-    EXPECT_EQ(dialogs.shown.last().title, "File Exists");
+    EXPECT_EQ(lastBox().title, "File Exists");
     EXPECT_EQ(dialogs.fileQuestions.size(), 2) << "asked again";
     EXPECT_EQ(fileBytes("old.bmp"), "old");
 
