@@ -166,7 +166,7 @@ std::vector<Limit> AddChartBenchmarks(QuietPorts& quiet, QDate present) {
             {treeByDate, 1.5, 0, false},
             {treeByProject, 1.5, 0, false},
             {branch, 0, 100, false},
-            {drawing, 0, 5000, false}};
+            {drawing, 0, 10000, false}};
 }
 
 } // namespace kelvrane::bench
