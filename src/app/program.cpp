@@ -1,6 +1,7 @@
 #include "app/program.h"
 
 #include "frame/globals.h"
+#include "frame/help_topics.h"
 #include "frame/program_folder.h"
 #include "frame/tray_menus.h"
 #include "platform/skip_errors.h"
@@ -13,11 +14,6 @@
 
 namespace kelvrane {
 
-void LaterHelp::show(const QString& /*page*/) {
-    MsgBox(QStringLiteral("The help pages come with a later version of Kelvrane."),
-           QStringLiteral("Kelvrane Help"), BoxIcon::Information);
-}
-
 bool LaterUpdates::check(bool showMessages, bool /*force*/, const QString& /*fileName*/) {
     if (showMessages)
         MsgBox(QStringLiteral("There is not an update available at this time."),
@@ -25,7 +21,9 @@ bool LaterUpdates::check(bool showMessages, bool /*force*/, const QString& /*fil
     return true;
 }
 
-Program::Program(const PortChoices& choices) : m_tray(&Menus().mnuSysTray, &Menus().mnuRProjects) {
+Program::Program(const PortChoices& choices)
+    : m_tray(&Menus().mnuSysTray, &Menus().mnuRProjects),
+      m_helpKey([this](const QWidget* window) { return helpTopic(window); }) {
     const auto choose = [](auto* chosen, auto* real) { return chosen ? chosen : real; };
     ports = {.clock = choose(choices.clock, static_cast<Clock*>(&m_clock)),
              .files = &m_files,
@@ -36,7 +34,7 @@ Program::Program(const PortChoices& choices) : m_tray(&Menus().mnuSysTray, &Menu
              .sound = &m_sound,
              .printer = choose(choices.printer, static_cast<Printer*>(&m_printer)),
              .volumes = &m_volumes,
-             .help = &m_help,
+             .help = choose(choices.help, static_cast<Help*>(&m_help)),
              .launcher = &m_launcher,
              .updates = &m_updates,
              .events = &m_events,
@@ -49,6 +47,7 @@ Program::Program(const PortChoices& choices) : m_tray(&Menus().mnuSysTray, &Menu
 
 Program::~Program() {
     m_dialogs.closeAll();
+    m_help.close();
     m_screens.unloadAll();
     UnloadHiddenForm();
     ports = {};
@@ -58,6 +57,13 @@ void Program::wireTray() {
     connect(&m_tray, &TrayIcon::activated, this, [] { TrayActivate(); });
     connect(&m_tray, &TrayIcon::clicked, this, [](int button) { TrayClick(button); });
     connect(&m_tray, &TrayIcon::rebuildRecentMenu, this, [] { RebuildRecentMenu(); });
+}
+
+/// A menu that stands over no window is the tray's.
+int Program::helpTopic(const QWidget* window) const {
+    if (m_tray.isFallback(window) || window->windowType() == Qt::Popup)
+        return topics::TrayIcon;
+    return m_screens.helpTopic(window);
 }
 
 StartResult Program::start(const QString& commandText) {

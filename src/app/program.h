@@ -5,11 +5,13 @@
 //         return QApplication::exec();
 #pragma once
 
+#include "app/help_key.h"
 #include "app/screen_host.h"
 #include "platform/clock.h"
 #include "platform/file_store.h"
 #include "platform/settings_store.h"
 #include "startup/main_program.h"
+#include "widgets/help_window.h"
 #include "widgets/message_boxes.h"
 #include "widgets/printing.h"
 #include "widgets/progress_box.h"
@@ -24,11 +26,7 @@ class QLockFile;
 
 namespace kelvrane {
 
-/// What comes with later versions: help, tips, updates over the network.
-class LaterHelp : public Help {
-  public:
-    void show(const QString& page) override;
-};
+/// What comes with later versions: updates over the network.
 class LaterUpdates : public Updates {
   public:
     bool check(bool showMessages, bool force, const QString& fileName) override;
@@ -41,6 +39,7 @@ struct PortChoices {
     Timers* timers = nullptr;
     Dialogs* dialogs = nullptr;
     Printer* printer = nullptr;
+    Help* help = nullptr;
 };
 
 class Program : public QObject {
@@ -57,10 +56,12 @@ class Program : public QObject {
 
     ScreenHost& screens() { return m_screens; }
     TrayIcon& tray() { return m_tray; }
+    HelpViewer& help() { return m_help; }
     bool hasEnded() const { return m_process.hasEnded(); }
 
   private:
     void wireTray();
+    int helpTopic(const QWidget* window) const;
 
     SystemClock m_clock;
     DiskFileStore m_files;
@@ -73,12 +74,13 @@ class Program : public QObject {
     MountedVolumes m_volumes;
     QtClipboard m_clipboard;
     QtProcess m_process{&m_events};
-    LaterHelp m_help;
+    HelpViewer m_help;
     DesktopLauncher m_launcher;
     LaterUpdates m_updates;
     ProgressBox m_progress;
     ScreenHost m_screens;
     TrayIcon m_tray;
+    HelpKey m_helpKey;
     std::unique_ptr<QLockFile> m_lock;
 };
 

@@ -1,5 +1,7 @@
 #include "app/screen_host.h"
 
+#include "frame/help_topics.h"
+
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDialog>
@@ -170,6 +172,13 @@ bool ScreenHost::exists(Screen screen) const {
 QWidget* ScreenHost::widget(Screen screen) const {
     const Slot* slot = slotOf(screen);
     return slot ? slot->widget.data() : nullptr;
+}
+
+int ScreenHost::helpTopic(const QWidget* window) const {
+    for (const Slot& slot : m_slots)
+        if (slot.widget == window && slot.row->helpTopic)
+            return slot.row->helpTopic();
+    return topics::Contents;
 }
 
 void ScreenHost::unloadAll() {

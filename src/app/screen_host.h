@@ -24,7 +24,8 @@ namespace kelvrane {
 struct ScreenRow {
     Screen screen;
     QWidget* (*create)();
-    void (*unload)() = nullptr; ///< what its unload does beyond removing it
+    void (*unload)() = nullptr;   ///< what its unload does beyond removing it
+    int (*helpTopic)() = nullptr; ///< of F1 in its window; none: the contents
 };
 
 /// The screens of this version.
@@ -46,6 +47,9 @@ class ScreenHost : public QObject, public Screens {
 
     /// Shut-down: everything modal closes as cancelled, then every screen unloads.
     void unloadAll();
+
+    /// The help topic of a screen's window; topics::Contents for any other window.
+    int helpTopic(const QWidget* window) const;
 
     /// The screen's window, null when it isn't loaded. For tests and tours.
     QWidget* widget(Screen screen) const;

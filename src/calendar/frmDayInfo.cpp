@@ -3,7 +3,6 @@
 #include "calendar/calendar_model.h"
 #include "calendar/day_calendar.h"
 #include "frame/error_report.h"
-#include "frame/help_topics.h"
 #include "widgets/captions.h"
 #include "widgets/card.h"
 #include "widgets/flat_button.h"
@@ -31,7 +30,6 @@ namespace kelvrane {
 namespace {
 
 constexpr QSize startSize(860, 470);
-constexpr int helpContents = -1;
 constexpr int listHeight = 28;
 constexpr int listRows = 12;
 constexpr int leastDayWidth = 290; // a caption and a span text
@@ -223,8 +221,6 @@ bool frmDayInfo::eventFilter(QObject* watched, QEvent* event) {
 void frmDayInfo::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
         close();
-    else if (event->key() == Qt::Key_F1)
-        ShowHelpTopic(helpContents);
     else
         QWidget::keyPressEvent(event);
 }

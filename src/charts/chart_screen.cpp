@@ -20,7 +20,6 @@ namespace kelvrane {
 
 namespace {
 
-constexpr int chartHelpTopic = 500;
 const QString noData = QStringLiteral("No Data to Display");
 
 /// The array of the dates. False when it can't be read; that was told then.
@@ -89,7 +88,7 @@ constexpr Command commands[] = {
     {"DAYRANGE", flipRangeMode},
     {"SELSTARTDATE", [] { PickDate(ChartDate::Start); }},
     {"SELENDDATE", [] { PickDate(ChartDate::End); }},
-    {"HELP", [] { ShowHelpTopic(chartHelpTopic); }},
+    {"HELP", [] { ShowHelpTopic(topics::Chart); }},
 };
 
 } // namespace

@@ -15,9 +15,6 @@ namespace kelvrane {
 
 namespace {
 
-constexpr int typeHelpTopic = 0;
-constexpr int view3DHelpTopic = 1;
-
 struct Family {
     const char* key; ///< stands in the descriptions of its types
     const QList<ChartTypeRecord>& types;
@@ -171,7 +168,11 @@ void GraphControlToolBar_Click(const QString& key) {
     if (key == u"CLOSE")
         ports.screens->unload(Screen::frmGraphControl);
     if (key == u"HELP")
-        ShowHelpTopic(ChartSetup().Tab == setup_tabs::View3D ? view3DHelpTopic : typeHelpTopic);
+        ShowHelpTopic(ChartSetupHelpTopic());
+}
+
+int ChartSetupHelpTopic() {
+    return ChartSetup().Tab == setup_tabs::View3D ? topics::ChartView : topics::ChartSetup;
 }
 
 void WireGraphControl() {

@@ -34,6 +34,9 @@ void SSTab1_Click(const QString& key);
 /// CLOSE, HELP.
 void GraphControlToolBar_Click(const QString& key);
 
+/// The topic of the tab on display.
+int ChartSetupHelpTopic();
+
 /// Connects the models to the routines, once a process.
 void WireGraphControl();
 

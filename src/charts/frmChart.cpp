@@ -251,9 +251,7 @@ void frmChart::closeEvent(QCloseEvent* event) {
 }
 
 void frmChart::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1)
-        Charts().smuiToolBar.click(T("HELP"));
-    else if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape)
         close();
     else
         QWidget::keyPressEvent(event);

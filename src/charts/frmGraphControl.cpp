@@ -218,9 +218,7 @@ void frmGraphControl::closeEvent(QCloseEvent* event) {
 }
 
 void frmGraphControl::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1)
-        ChartSetup().smuiToolBar.click(T("HELP"));
-    else if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape)
         close();
     else
         QWidget::keyPressEvent(event);

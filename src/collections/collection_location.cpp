@@ -22,7 +22,6 @@ const QString folderName = QStringLiteral("txtNewFolderName");
 const QString upward = QStringLiteral("..");
 const QString here = QStringLiteral(".");
 const QString extension = QStringLiteral(".col");
-constexpr int helpTopic = 102;
 
 struct Row {
     KeyedItems CollectionLocation::*panel;
@@ -215,7 +214,7 @@ void CollectionLocToolBar_Click(const QString& key) {
     if (key == u"SELECT")
         select();
     else if (key == u"HELP")
-        ShowHelpTopic(helpTopic);
+        ShowHelpTopic(topics::CollectionLocation);
 }
 
 void mnuNewFolder_Click(const QString& key) {

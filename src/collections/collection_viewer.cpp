@@ -27,8 +27,6 @@ const QString byFile = QStringLiteral("Ignore"); // of LoadMode
 const QString save = QStringLiteral("SAVE");
 const QString printMenu = QStringLiteral("P");
 constexpr qsizetype extensionLength = 4; // ".col"
-constexpr int helpTopic = 1200;
-constexpr int sheetHelpTopic = 1000;
 
 constexpr std::array<const char*, 3> modeKeys = {"DM_VIEW", "DM_EDIT", "DM_PRINT"};
 
@@ -183,7 +181,7 @@ constexpr Command commands[] = {
     {"P_SELECT", [] { tickAll(true); }},
     {"P_DESELECT", [] { tickAll(false); }},
     {"P_PRINT", printTicked},
-    {"HELP", [] { ShowHelpTopic(helpTopic); }},
+    {"HELP", [] { ShowHelpTopic(topics::CollectionViewer); }},
 };
 
 /// The list of the collection that LoadMode names; False when there is nothing to show.
@@ -330,7 +328,7 @@ void TakeCollectionFile(const QString& path) {
 }
 
 void ViewerSheetHelp() {
-    ShowHelpTopic(sheetHelpTopic);
+    ShowHelpTopic(topics::Sheet);
 }
 
 void ViewerSheetAbout() {

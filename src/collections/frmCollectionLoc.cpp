@@ -170,8 +170,6 @@ void frmCollectionLoc::keyPressEvent(QKeyEvent* event) {
         close();
     else if (event->key() == Qt::Key_Escape)
         Controls().click(T("cmdCancel"));
-    else if (event->key() == Qt::Key_F1)
-        CollectionPlace().smuiToolBar.click(T("HELP"));
     else if (naming && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
         Controls().click(T("cmdOK"));
     else

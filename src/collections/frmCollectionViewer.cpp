@@ -154,12 +154,9 @@ void frmCollectionViewer::markCurrent() {
     smuiCollections->setCurrentKey(QFileInfo(Viewer().CurrentFile).fileName());
 }
 
-/// What the editor has no use for comes up to here: its F1 is its own.
 void frmCollectionViewer::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
         close();
-    else if (event->key() == Qt::Key_F1)
-        Viewer().smuiToolBar.click(T("HELP"));
     else
         QWidget::keyPressEvent(event);
 }

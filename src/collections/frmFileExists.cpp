@@ -1,7 +1,6 @@
 #include "collections/frmFileExists.h"
 
 #include "collections/file_clash.h"
-#include "frame/help_topics.h"
 #include "widgets/captions.h"
 #include "widgets/entry_list.h"
 #include "widgets/keyed_push_button.h"
@@ -9,7 +8,6 @@
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -22,7 +20,6 @@ namespace {
 constexpr int leastWidth = 420;
 constexpr int renameHeight = 380;
 constexpr int fieldHeight = 28;
-constexpr int helpTopic = 100;
 
 QString T(const char* text) {
     return QString::fromLatin1(text);
@@ -134,13 +131,6 @@ void frmFileExists::fitHeight() {
 
 void frmFileExists::reject() {
     Clash().controls.click(Clash().isRenaming() ? T("CancelButton") : T("cmdSkip"));
-}
-
-void frmFileExists::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1)
-        ShowHelpTopic(helpTopic);
-    else
-        QDialog::keyPressEvent(event);
 }
 
 void frmFileExists::closeEvent(QCloseEvent* event) {

@@ -18,7 +18,6 @@ class frmFileExists : public QDialog {
     void reject() override;
 
   protected:
-    void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
   private:

@@ -2,13 +2,11 @@
 
 #include "collections/sheet_name.h"
 #include "frame/error_report.h"
-#include "frame/help_topics.h"
 #include "widgets/entry_list.h"
 #include "widgets/keyed_push_button.h"
 #include "widgets/theme.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -20,7 +18,6 @@ namespace {
 
 constexpr QSize startSize(440, 400);
 constexpr int fieldHeight = 28;
-constexpr int helpTopic = 101;
 
 QString T(const char* text) {
     return QString::fromLatin1(text);
@@ -68,13 +65,6 @@ void frmSelFilename::arrange() {
     content->addWidget(list, 1);
     content->addSpacing(theme::Step);
     content->addLayout(buttons);
-}
-
-void frmSelFilename::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1)
-        ShowHelpTopic(helpTopic);
-    else
-        QDialog::keyPressEvent(event);
 }
 
 void frmSelFilename::reject() {

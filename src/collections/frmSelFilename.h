@@ -15,9 +15,6 @@ class frmSelFilename : public QDialog {
     /// Esc and the close box: nothing is filed.
     void reject() override;
 
-  protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
   private:
     void arrange();
 

@@ -23,7 +23,7 @@ inline constexpr char StarterFolder[] = "Starter Databases";
 inline constexpr char StarterDayHistory[] = "dayinfo.mdb"; // in the starter folder
 inline constexpr char UpdateFolder[] = "update";
 inline constexpr char DataFolder[] = "data";
-inline constexpr char HelpFile[] = "Kelvrane.chm";
+inline constexpr char HelpFile[] = "Kelvrane.qch";
 } // namespace files
 
 } // namespace kelvrane

@@ -15,7 +15,6 @@
 #include <QGridLayout>
 #include <QScreen>
 #include <QScrollArea>
-#include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -214,8 +213,6 @@ QWidget* frmOptions::createMiscPage() {
 
 void frmOptions::bind() {
     connect(&Options(), &OptionsModel::PageTurned, this, &frmOptions::turnTo);
-    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this,
-            [] { Options().smuiSelect.click(QStringLiteral("HELP")); });
 }
 
 void frmOptions::turnTo(const QString& page) {

@@ -1,5 +1,7 @@
 #include "options/options_model.h"
 
+#include "frame/help_topics.h"
+
 namespace kelvrane {
 
 namespace {
@@ -7,10 +9,11 @@ namespace {
 using M = OptionsModel;
 
 constexpr OptionPage pages[] = {
-    {"KELVRANE", "Kelvrane Options", "fraKelvrane", "TIME", 902},
-    {"SPREADSHEET", "SpreadSheet Options", "fraSpreadSheet", "SPREADSHEET", 901},
-    {"DATABASE", "Database Options", "fraDatabase", "DATABASE", 900},
-    {"MISC", "Misc. Options", "fraMisc", "MISC", 903},
+    {"KELVRANE", "Kelvrane Options", "fraKelvrane", "TIME", topics::OptionsKelvrane},
+    {"SPREADSHEET", "SpreadSheet Options", "fraSpreadSheet", "SPREADSHEET",
+     topics::OptionsSpreadsheet},
+    {"DATABASE", "Database Options", "fraDatabase", "DATABASE", topics::OptionsDatabase},
+    {"MISC", "Misc. Options", "fraMisc", "MISC", topics::OptionsMisc},
 };
 
 constexpr char hours[] = "1;2;3;4;5;6;7;8;9;10;11;12";

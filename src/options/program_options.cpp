@@ -81,7 +81,7 @@ struct Press {
 };
 constexpr Press presses[] = {
     {&OptionsModel::smuiSelect, "CLOSE", [] { ports.screens->unload(Screen::frmOptions); }},
-    {&OptionsModel::smuiSelect, "HELP", ShowOptionsHelp},
+    {&OptionsModel::smuiSelect, "HELP", [] { ShowHelpTopic(OptionsHelpTopic()); }},
     {&OptionsModel::controls, "cmdTestSoundFile", TestSoundFile},
     {&OptionsModel::controls, "chkShowTips", toggleTips},
     {&OptionsModel::smuiSoundFile, "SOUNDFILE", BrowseSoundFile},
@@ -198,10 +198,11 @@ void SmartTabStrip_Click(const QString& page) {
     fillPage(page);
 }
 
-void ShowOptionsHelp() {
+int OptionsHelpTopic() {
     for (const OptionPage& page : OptionPages())
         if (Options().Page == QLatin1String(page.key))
-            ShowHelpTopic(page.helpNumber);
+            return page.helpNumber;
+    return topics::Contents;
 }
 
 void KeepOptionsSize(int width, int height) {

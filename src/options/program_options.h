@@ -24,8 +24,8 @@ void WireOptions();
 void ShowDatabasePageAlone();
 /// A page was chosen by its tab: it is filled anew.
 void SmartTabStrip_Click(const QString& page);
-/// The help of the page on display.
-void ShowOptionsHelp();
+/// The help topic of the page on display.
+int OptionsHelpTopic();
 /// The window has this size now, in twips; quiet while it is sized at load.
 void KeepOptionsSize(int width, int height);
 

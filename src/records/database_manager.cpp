@@ -24,15 +24,6 @@ namespace kelvrane {
 
 namespace {
 
-namespace help {
-constexpr int Options = 300;
-constexpr int Views = 301;
-constexpr int List = 302;
-constexpr int Find = 303;
-constexpr int Projects = 304;
-constexpr int Customers = 305;
-} // namespace help
-
 /// What one opening of the screen holds.
 struct Session {
     bool open = false;
@@ -76,7 +67,7 @@ void toSingleView() {
     tick("SINGLE_VIEW", "LIST_VIEW");
     // A fill of the list has moved to the first project.
     RedrawProject(state().InManager);
-    single(help::List);
+    single(topics::DatabaseList);
     Manager().layOut();
 }
 
@@ -84,7 +75,7 @@ void toListView() {
     const int number = session.number;
     const auto stillThere = [number] { return session.open && session.number == number; };
     state().Switching = true;
-    state().HelpTopic = help::List;
+    state().HelpTopic = topics::DatabaseList;
     state().ViewMode = QStringLiteral("List");
     state().SelectedIndex = 0;
     tick("LIST_VIEW", "SINGLE_VIEW");
@@ -105,7 +96,7 @@ void toListView() {
 }
 
 void toggleFindPanel() {
-    state().HelpTopic = help::Find;
+    state().HelpTopic = topics::DatabaseFind;
     if (!state().FindShown)
         Restart_Search();
     state().FindShown = !state().FindShown;
@@ -255,26 +246,26 @@ void OptionsClick(const QString& key) {
             SetEntryButtons(false, true);
         } else {
             step([] { RedrawProject(true); });
-            state().HelpTopic = help::Projects;
+            state().HelpTopic = topics::Projects;
         }
         EnableStepping(true);
     } else {
         state().InManager = false;
         step([] { RedrawProject(false); });
         const bool list = state().ViewMode != u"Single";
-        state().HelpTopic = list ? help::List : help::Views;
+        state().HelpTopic = list ? topics::DatabaseList : topics::DatabaseViews;
         ShowList(list);
         EnableStepping(!list);
     }
     if (key == u"OPTIONS")
-        state().HelpTopic = help::Options;
+        state().HelpTopic = topics::DatabaseOptions;
     Manager().layOut();
 }
 
 void TableChange(const QString& value) {
     SkipErrors step = ReportingSteps(QStringLiteral("smuiPanel_Change"));
     const bool customers = value != u"Projects";
-    state().HelpTopic = customers ? help::Customers : help::Projects;
+    state().HelpTopic = customers ? topics::Customers : topics::Projects;
     CurrentTable = customers ? current_table::Customers : current_table::Projects;
     SetEntryButtons(false, customers);
     if (!customers) {
@@ -297,11 +288,11 @@ void ManagerClick(int panel, const QString& key) {
     Manager().setBusy(true);
     const auto done = qScopeGuard([] { Manager().setBusy(false); });
     if (panel == 1) {
-        state().HelpTopic = help::Projects;
+        state().HelpTopic = topics::Projects;
         step([&] { editCommand(key); });
         return;
     }
-    state().HelpTopic = help::Options;
+    state().HelpTopic = topics::DatabaseOptions;
     for (const ViewCommand& command : viewCommands)
         if (key == QLatin1String(command.key))
             step([&] { command.run(); });

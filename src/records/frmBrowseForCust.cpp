@@ -1,9 +1,7 @@
 #include "records/frmBrowseForCust.h"
 
-#include "frame/help_topics.h"
 #include "platform/ports.h"
 #include "records/customer_browser.h"
-#include "records/manager_model.h"
 #include "widgets/captions.h"
 #include "widgets/flat_button.h"
 #include "widgets/keyed_panel.h"
@@ -97,8 +95,6 @@ void frmBrowseForCust::bind() {
     key(QKeySequence(Qt::Key_F3), "FIND");
     connect(new QShortcut(QKeySequence(QStringLiteral("Ctrl+F")), this), &QShortcut::activated,
             FINDWHAT, [this] { FINDWHAT->setFocus(); });
-    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this,
-            [] { ShowHelpTopic(Manager().state.HelpTopic); });
 }
 
 void frmBrowseForCust::showRecordNumber() {

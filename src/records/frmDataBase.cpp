@@ -159,7 +159,6 @@ void frmDataBase::bind() {
             items.click(QString::fromLatin1(item));
         });
     };
-    key(QKeySequence(Qt::Key_F1), manager.smuiToolBar, "HELP");
     key(QKeySequence(QStringLiteral("Ctrl+F")), manager.smuiPanel0, "FIND");
     key(QKeySequence(Qt::Key_F3), manager.buttons, "cmdFind");
     key(QKeySequence(QStringLiteral("Alt+Right")), manager.buttons, "CmdUp");

@@ -2,6 +2,7 @@
 // back as it is when the screen comes up.
 #pragma once
 
+#include "frame/help_topics.h"
 #include "platform/keyed_items.h"
 #include "records/project_list.h"
 
@@ -18,9 +19,8 @@ struct ManagerState {
     bool Switching = false; ///< a view change is under way: clicks are ignored
     QString ViewMode = QStringLiteral("Single"); ///< "Single" or "List"
     int SelectedIndex = 0;                       ///< 1-based row last clicked in the list, 0: none
-    int HelpTopic =
-        300; ///< 300 options, 301 views, 302 list, 303 find, 304 projects, 305 customers
-    bool listShown = false; ///< ListView1 is up instead of smuiDataBase
+    int HelpTopic = topics::DatabaseOptions;     ///< one of the six for the database screen
+    bool listShown = false;                      ///< ListView1 is up instead of smuiDataBase
 
     // The two searches.
     int ListFindIndex = 1;      ///< next list row to be tested, 1-based

@@ -16,7 +16,6 @@ namespace kelvrane {
 
 namespace {
 
-constexpr int exampleDataTopic = 1300;
 constexpr int daysBack = 8; ///< the day before the first example day, counted from today
 
 struct StarterFile {
@@ -108,7 +107,7 @@ void GenerateExampleData() {
                                   "on the data which was generated?"),
                    QStringLiteral("Need more information?"), BoxIcon::None, BoxButtons::YesNo);
         if (answer == BoxAnswer::Yes)
-            ShowHelpTopic(exampleDataTopic);
+            ShowHelpTopic(topics::Tutorial);
     });
 }
 

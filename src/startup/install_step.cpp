@@ -1,6 +1,7 @@
 #include "startup/install_step.h"
 
 #include "frame/error_report.h"
+#include "frame/help_file.h"
 #include "frame/program_folder.h"
 #include "frame/settings.h"
 #include "platform/ports.h"
@@ -145,6 +146,7 @@ void RunInstallStep() {
     }
     step([] { addStarterDatabases(); });
     step([] { addTemplates(); });
+    step([] { RenewHelpFile(); });
     step([] { addSettings(); });
     if (!first)
         step([] {

@@ -1,6 +1,6 @@
 // What an installer would do, done by the first launch on an account and again by the first launch
-// of a newer version: settings keys with their defaults, databases, folders. It only adds what is
-// missing, so it may be interrupted anywhere and run again.
+// of a newer version: settings keys with their defaults, databases, folders, the help. It only adds
+// what is missing and renews the help, so it may be interrupted anywhere and run again.
 #pragma once
 
 namespace kelvrane {

@@ -30,7 +30,6 @@ namespace kelvrane {
 
 namespace {
 
-constexpr int controlHelpTopic = 200;
 const QString section = QStringLiteral("SingleTimerView");
 const QString projectName = QStringLiteral("PROJECT_NAME");
 const QString projectNumber = QStringLiteral("PROJECT_NUM");
@@ -283,7 +282,7 @@ void TimeCtrlClick(const QString& key) {
                  ModifySysTrayStatusHeading(QStringLiteral("Break"));
          }},
         {"QUITANDSAVE", QuitAndSaveDay},
-        {"HELP", [] { ShowHelpTopic(controlHelpTopic); }},
+        {"HELP", [] { ShowHelpTopic(topics::ControlScreen); }},
     };
     SkipErrors step(QStringLiteral("smuiTimeCtrl_Click"));
     for (const Command& command : commands)

@@ -1,7 +1,6 @@
 #include "timekeeping/frmModify.h"
 
 #include "frame/error_report.h"
-#include "frame/help_topics.h"
 #include "timekeeping/modify_entry.h"
 #include "timekeeping/modify_model.h"
 #include "widgets/keyed_panel.h"
@@ -19,7 +18,6 @@ namespace kelvrane {
 
 namespace {
 constexpr QSize startSize(420, 240);
-constexpr int modifyHelpTopic = 800;
 } // namespace
 
 frmModify::frmModify(QWidget* parent) : QWidget(parent) {
@@ -59,8 +57,6 @@ void frmModify::closeEvent(QCloseEvent* event) {
 void frmModify::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
         close();
-    else if (event->key() == Qt::Key_F1)
-        ShowHelpTopic(modifyHelpTopic);
     else
         QWidget::keyPressEvent(event);
 }

@@ -28,7 +28,6 @@
 #include <QMenu>
 #include <QScopedValueRollback>
 #include <QScreen>
-#include <QShortcut>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -152,9 +151,6 @@ void frmSTM::createMenu() {
     BindMenu(mnuSetData, &Control().mnuSetData);
     connect(smuiBreakDown, &KeyedPanel::contextMenuWanted, this,
             [this](const QString& /*key*/, const QPoint& place) { mnuSetData->popup(place); });
-    auto* help = new QShortcut(QKeySequence(QKeySequence::HelpContents), this);
-    connect(help, &QShortcut::activated, this,
-            [] { Control().smuiTimeCtrl.click(QStringLiteral("HELP")); });
 }
 
 void frmSTM::arrange() {

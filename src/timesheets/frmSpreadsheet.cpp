@@ -40,7 +40,6 @@ constexpr int sideWidth = 260;
 constexpr int toolboxHeight = 210;
 constexpr int progressWidth = 140;
 constexpr int pageEmpty = 0, pageSheet = 1, pageNoData = 2;
-constexpr int sheetHelpTopic = 1000;
 
 /// Closes on a release, and when the pointer is drawn off it with the button down.
 class CloseMark final : public FlatButton {
@@ -228,7 +227,7 @@ void frmSpreadsheet::bind() {
             pick(date);
     });
     connect(ss1, &SheetEditor::Clicked, &sheets, HideSheetCalendar);
-    connect(ss1, &SheetEditor::HelpWanted, &sheets, [] { ShowHelpTopic(sheetHelpTopic); });
+    connect(ss1, &SheetEditor::HelpWanted, &sheets, [] { ShowHelpTopic(topics::Sheet); });
     connect(ss1, &SheetEditor::AboutWanted, &sheets, [] { ports.screens->show(Screen::frmAbout); });
 }
 
@@ -282,8 +281,6 @@ void frmSpreadsheet::closeEvent(QCloseEvent* event) {
 void frmSpreadsheet::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && m_calendar->isVisible())
         HideSheetCalendar();
-    else if (event->key() == Qt::Key_F1)
-        Sheets().SmartToolBar.click(QStringLiteral("HELP"));
     else
         QWidget::keyPressEvent(event);
 }

@@ -35,8 +35,6 @@ const QString collectionName = QStringLiteral("COLLECTION_NAME");
 const QString startDate = QStringLiteral("STARTDATE");
 const QString progress = QStringLiteral("PROGRESS");
 const QString saveCommand = QStringLiteral("TEMPLATE_SAVE");
-constexpr int setupHelpTopic = 1001;
-constexpr int sheetHelpTopic = 1000;
 
 SpreadsheetState& state() {
     return Sheets().state;
@@ -201,10 +199,6 @@ void toggleCalendar() {
     Sheets().layOut();
 }
 
-void showHelp() {
-    ShowHelpTopic(state().ToolboxVisible ? setupHelpTopic : sheetHelpTopic);
-}
-
 struct Command {
     const char* key;
     void (*run)();
@@ -225,7 +219,7 @@ constexpr Command commands[] = {
     {"SEL_COL_LOC", [] { ports.screens->show(Screen::frmCollectionLoc); }},
     {"VIEW_COLLECTION", [] { ports.screens->show(Screen::frmCollectionViewer); }},
     {"STARTINGDATE", toggleCalendar},
-    {"HELP", showHelp},
+    {"HELP", [] { ShowHelpTopic(SpreadsheetHelpTopic()); }},
 };
 
 // The rows of the option panel; false: no recalculation.
@@ -385,6 +379,10 @@ void HideSheetCalendar() {
 void CloseToolbox() {
     state().ToolboxVisible = false;
     Sheets().layOut();
+}
+
+int SpreadsheetHelpTopic() {
+    return state().ToolboxVisible ? topics::SheetSetup : topics::Sheet;
 }
 
 void SheetEdited() {

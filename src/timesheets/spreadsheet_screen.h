@@ -27,6 +27,9 @@ void HideSheetCalendar();                                         ///< a click e
 void CloseToolbox();                                              ///< ImgClose
 void SheetEdited();                                               ///< the user changed ss1
 
+/// The set-up's topic while the option panel is up, else the sheet's.
+int SpreadsheetHelpTopic();
+
 /// Connects the models to the routines; once a process.
 void WireSpreadsheet();
 

@@ -145,7 +145,7 @@ class EntryView final : public QListView {
             m_items->click(key);
             return;
         }
-        if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_F1) { // the screen's
+        if (event->key() == Qt::Key_Escape) { // the screen's
             event->ignore();
             return;
         }

@@ -67,6 +67,10 @@ void TrayIcon::notify(const QString& title, const QString& text) {
         m_icon.showMessage(title, text, theme::AppIcon(), NoticeMilliseconds);
 }
 
+bool TrayIcon::isFallback(const QWidget* window) const {
+    return m_fallback && window == m_fallback.get();
+}
+
 void TrayIcon::checkTray() {
     if (!m_wanted)
         return;

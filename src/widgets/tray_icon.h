@@ -44,6 +44,7 @@ class TrayIcon : public QObject, public Tray {
     QMenu* recentMenu() { return &m_recentMenu; }
     /// nullptr while the tray serves.
     TrayFallbackWindow* fallback() const { return m_fallback.get(); }
+    bool isFallback(const QWidget* window) const;
     QSystemTrayIcon& icon() { return m_icon; }
 
   signals:

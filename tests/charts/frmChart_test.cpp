@@ -126,8 +126,6 @@ TEST_F(frmChartTest, MenusReachTheirCommands) {
     }
     clickOn("CHARTSETUP");
     EXPECT_EQ(screens.shown, QList<Screen>{Screen::frmGraphControl});
-    QTest::keyClick(screen.get(), Qt::Key_F1);
-    EXPECT_EQ(help.pages, QStringList{"Graph_Screen/Chart_Form.htm"});
 }
 
 TEST_F(frmChartTest, ThePictureIsTheWholeClientArea) {

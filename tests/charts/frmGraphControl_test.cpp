@@ -102,8 +102,6 @@ TEST_F(frmGraphControlTest, LegendAndTitleFollowTheirControls) {
     EXPECT_TRUE(title->isEnabled());
     QTest::keyClicks(title, "Q&A");
     EXPECT_EQ(Charts().chart().title, "Q&A");
-    QTest::keyClick(screen, Qt::Key_F1);
-    EXPECT_EQ(help.pages, QStringList{"Chart_Setup_Screen/Chart_Setup_Main.htm"});
 }
 
 TEST_F(frmGraphControlTest, EveryTypeHasAPictureOfItsOwn) {

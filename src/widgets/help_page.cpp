@@ -1,0 +1,173 @@
+#include "widgets/help_page.h"
+
+#include "frame/error_report.h"
+#include "platform/ports.h"
+#include "widgets/help_library.h"
+#include "widgets/help_style.h"
+#include "widgets/theme.h"
+
+#include <QApplication>
+#include <QPagedPaintDevice>
+#include <QPointer>
+#include <QResizeEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QTextDocument>
+
+#include <algorithm>
+
+namespace kelvrane {
+
+namespace {
+
+constexpr int widestColumn = 760; // longer lines are hard to follow
+constexpr int paperColumn = 620;  // of A4 and Letter, in the pixels of a page
+constexpr int leastZoom = -4, mostZoom = 10;
+constexpr int pageMargin = theme::Gap;
+constexpr const char* outsideSchemes[] = {"http", "https", "mailto", "ftp"};
+
+/// The same page for the printer.
+class PaperPage final : public QTextDocument {
+  public:
+    PaperPage(const HelpLibrary& library, const QUrl& address)
+        : m_library(library), m_address(address) {
+        setDefaultStyleSheet(HelpStyle(QPalette(Qt::white)));
+        setHtml(QString::fromUtf8(library.data(address)));
+        FitPictures(
+            *this, address, [&](const QUrl& url) { return library.data(url); }, paperColumn, 1);
+    }
+
+  protected:
+    QVariant loadResource(int /*type*/, const QUrl& name) override {
+        return m_library.data(m_address.resolved(name));
+    }
+
+  private:
+    const HelpLibrary& m_library;
+    QUrl m_address;
+};
+
+} // namespace
+
+HelpPage::HelpPage(const HelpLibrary* library, QWidget* parent)
+    : QTextBrowser(parent), m_library(library) {
+    setObjectName(QStringLiteral("HelpPage"));
+    setAccessibleName(QStringLiteral("Help page"));
+    setFrameShape(QFrame::NoFrame);
+    setOpenLinks(false);
+    setUndoRedoEnabled(false);
+    document()->setDocumentMargin(pageMargin);
+    document()->setDefaultStyleSheet(HelpStyle(palette()));
+    connect(this, &QTextBrowser::anchorClicked, this, &HelpPage::follow);
+}
+
+void HelpPage::turnTo(const QUrl& address) {
+    const QUrl known = m_library->has(address) ? address : m_library->contentsPage();
+    if (!known.isEmpty())
+        setSource(known);
+}
+
+/// A link of a page. Only these kinds leave the program; a link to a file of the machine doesn't.
+void HelpPage::follow(const QUrl& link) {
+    const auto isScheme = [&](const char* scheme) {
+        return link.scheme() == QLatin1String(scheme);
+    };
+    if (link.scheme() == u"qthelp")
+        turnTo(link);
+    else if (std::ranges::any_of(outsideSchemes, isScheme))
+        Guarded(QStringLiteral("HelpLink"), [&] { ports.launcher->open(link.toString()); });
+}
+
+QVariant HelpPage::loadResource(int type, const QUrl& address) {
+    const QUrl whole = source().resolved(address);
+    if (type == QTextDocument::ImageResource)
+        return QImage::fromData(m_library->data(whole));
+    return m_library->data(whole);
+}
+
+void HelpPage::doSetSource(const QUrl& address, QTextDocument::ResourceType type) {
+    QTextBrowser::doSetSource(address, type);
+    layOut();
+    if (address.hasFragment())
+        scrollToAnchor(address.fragment());
+}
+
+void HelpPage::layOut() {
+    const int column = std::min(viewport()->width(), widestColumn);
+    setLineWrapMode(FixedPixelWidth);
+    setLineWrapColumnOrWidth(column);
+    FitPictures(
+        *document(), source(), [this](const QUrl& url) { return m_library->data(url); },
+        column - 2 * pageMargin, devicePixelRatioF());
+}
+
+/// Colours are part of a page that is read, so a new palette reads it again.
+void HelpPage::refresh() {
+    const QScopedValueRollback guard(m_refreshing, true);
+    document()->setDefaultStyleSheet(HelpStyle(palette()));
+    const int place = verticalScrollBar()->value();
+    reload();
+    layOut();
+    verticalScrollBar()->setValue(place);
+}
+
+void HelpPage::changeEvent(QEvent* event) {
+    QTextBrowser::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && !m_refreshing && !source().isEmpty())
+        refresh();
+}
+
+void HelpPage::resizeEvent(QResizeEvent* event) {
+    QTextBrowser::resizeEvent(event);
+    if (event->oldSize().width() != event->size().width())
+        layOut();
+}
+
+void HelpPage::wheelEvent(QWheelEvent* event) {
+    if (event->modifiers() & Qt::ControlModifier)
+        setZoom(m_zoom + (event->angleDelta().y() > 0 ? 1 : -1));
+    else
+        QTextBrowser::wheelEvent(event);
+}
+
+void HelpPage::setZoom(int steps) {
+    m_zoom = std::clamp(steps, leastZoom, mostZoom);
+    QFont font = QApplication::font();
+    font.setPointSizeF(font.pointSizeF() * (1 + m_zoom / 10.0));
+    setFont(font);
+}
+
+bool HelpPage::find(const QString& text, bool backward, bool typing) {
+    const auto flags = backward ? QTextDocument::FindBackward : QTextDocument::FindFlag();
+    const QTextCursor before = textCursor();
+    QTextCursor from = before;
+    if (typing)
+        from.setPosition(before.selectionStart());
+    QTextCursor hit = document()->find(text, from, flags);
+    if (hit.isNull() && !text.isEmpty()) {
+        from.movePosition(backward ? QTextCursor::End : QTextCursor::Start);
+        hit = document()->find(text, from, flags);
+    }
+    if (hit.isNull()) {
+        from.setPosition(before.selectionStart());
+        setTextCursor(from);
+        return false;
+    }
+    setTextCursor(hit);
+    return true;
+}
+
+void HelpPage::print() {
+    const QPointer<HelpPage> self = this; // the window may be closed while the dialog is open
+    if (!ports.printer->choose(QStringLiteral("Print Help")) || !self)
+        return;
+    const QString title = documentTitle();
+    const PaperPage paper(*m_library, source());
+    const bool printed =
+        ports.printer->print(title, [&](QPagedPaintDevice& device) { paper.print(&device); });
+    if (!printed)
+        MsgBox(QStringLiteral("The page could not be printed."), QStringLiteral("Kelvrane Help"),
+               BoxIcon::Exclamation);
+}
+
+} // namespace kelvrane
