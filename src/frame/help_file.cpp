@@ -12,11 +12,6 @@ namespace kelvrane {
 
 namespace {
 
-/// Named by the viewer's library after the collection.
-QString wordsFile() {
-    return InAppPath(QStringLiteral(".Kelvrane")) + QDir::separator() + QStringLiteral("fts");
-}
-
 /// A copy that can't be read, a folder of that name for instance, is as good as none.
 bool isCopyOf(const QByteArray& installed) {
     QByteArray copy;
@@ -47,15 +42,14 @@ void RenewHelpFile() {
 
 void DropHelpCollection() {
     SkipErrors step(QStringLiteral("DropHelpCollection"));
-    for (const QString& path : {HelpCollectionPath(), wordsFile()})
-        step([&] { ports.files->remove(path, true); });
+    step([] { ports.files->remove(HelpCollectionPath(), true); });
 }
 
 void DropDamagedHelpCollection() {
     SkipErrors step(QStringLiteral("DropDamagedHelpCollection"));
-    for (const QString& path : {HelpCollectionPath(), wordsFile()})
-        if (ports.files->exists(path) && !step([&] { Connection{path}; }))
-            return DropHelpCollection();
+    const QString path = HelpCollectionPath();
+    if (ports.files->exists(path) && !step([&] { Connection{path}; }))
+        DropHelpCollection();
 }
 
 } // namespace kelvrane

@@ -9,8 +9,7 @@ namespace kelvrane {
 /// The copy in the program's folder.
 QString HelpFilePath();
 
-/// What the help viewer makes of the copy for itself: contents and index in the file, the words of
-/// all pages in a file in the folder beside it.
+/// What the help viewer makes of the copy for itself.
 QString HelpCollectionPath();
 
 /// Puts the file that came with the program into the program's folder, unless just this one lies
@@ -20,7 +19,7 @@ void RenewHelpFile();
 
 /// Removes what was made from the help file; the next use makes it anew. Raises nothing.
 void DropHelpCollection();
-/// The same where a part of it is damaged.
+/// The same, where it is damaged.
 void DropDamagedHelpCollection();
 
 } // namespace kelvrane

@@ -9,49 +9,30 @@
 #include <QHelpEngine>
 #include <QHelpIndexModel>
 #include <QHelpLink>
-#include <QHelpSearchEngine>
-#include <QHelpSearchResult>
-#include <QRegularExpression>
-#include <QSet>
-
-#include <utility>
+#include <QTextDocument>
 
 namespace kelvrane {
 
 namespace {
 
 const QString Namespace = QStringLiteral("brindlemoor-ware.kelvrane");
+constexpr char pageExtension[] = "htm";
 const QString Root = QStringLiteral("qthelp://brindlemoor-ware.kelvrane/kelvrane/");
-constexpr int mostHits = 60;
 
 QUrl withoutPlace(const QUrl& address) {
     return address.adjusted(QUrl::RemoveFragment);
 }
 
-/// In the search's own language each word stands for itself: "and" and "*" as well.
-QString asQuery(const QString& words) {
-    static const QRegularExpression noWord(QStringLiteral("[^\\w]+"),
-                                           QRegularExpression::UseUnicodePropertiesOption);
-    QStringList quoted;
-    for (const QString& word : words.split(noWord, Qt::SkipEmptyParts))
-        quoted.append(u'"' + word + u'"');
-    return quoted.isEmpty() ? QString() : quoted.join(u' ') + u'*';
-}
-
-QString plain(QString snippet) {
-    static const QRegularExpression mark(QStringLiteral("</?b>"));
-    return snippet.remove(mark).simplified();
-}
-
+/// Entries before the chapters that hold them: a chapter may begin with its first entry's page.
 QModelIndex placeBelow(const QHelpContentModel& model, const QModelIndex& parent,
                        const QUrl& address, bool withPlace) {
     for (int row = 0; row < model.rowCount(parent); ++row) {
         const QModelIndex index = model.index(row, 0, parent);
+        if (const QModelIndex below = placeBelow(model, index, address, withPlace); below.isValid())
+            return below;
         const QUrl url = model.contentItemAt(index)->url();
         if ((withPlace ? url : withoutPlace(url)) == (withPlace ? address : withoutPlace(address)))
             return index;
-        if (const QModelIndex below = placeBelow(model, index, address, withPlace); below.isValid())
-            return below;
     }
     return {};
 }
@@ -81,12 +62,8 @@ bool HelpLibrary::open() {
         return false;
     m_engine = std::make_unique<QHelpEngine>(HelpCollectionPath());
     m_engine->setReadOnly(false);
-    QHelpSearchEngine* search = m_engine->searchEngine(); // from now on it follows the collection
     connect(m_engine->contentModel(), &QHelpContentModel::contentsCreated, this,
             &HelpLibrary::contentsReady);
-    connect(search, &QHelpSearchEngine::indexingFinished, this,
-            [this] { this->search(std::exchange(m_words, {})); });
-    connect(search, &QHelpSearchEngine::searchingFinished, this, &HelpLibrary::takeResults);
     if (!m_engine->setupData())
         return false;
     if (QDir::cleanPath(m_engine->documentationFileName(Namespace)) != HelpFilePath()) {
@@ -142,25 +119,22 @@ QList<HelpLink> HelpLibrary::pagesOf(const QString& keyword) const {
     return pages;
 }
 
-void HelpLibrary::search(const QString& words) {
-    m_words = words;
-    const QString query = asQuery(words);
-    if (query.isEmpty())
-        emit found({});
-    else
-        m_engine->searchEngine()->search(query);
+QList<HelpText> HelpLibrary::readTexts() const {
+    QList<HelpText> texts;
+    for (const QUrl& page :
+         m_engine->files(Namespace, QString(), QString::fromLatin1(pageExtension))) {
+        QTextDocument reader; // without its pictures and style
+        reader.setHtml(QString::fromUtf8(data(page)));
+        texts.append({page, reader.metaInformation(QTextDocument::DocumentTitle),
+                      reader.toPlainText().simplified()});
+    }
+    return texts;
 }
 
-void HelpLibrary::takeResults() {
-    QList<HelpHit> hits;
-    QSet<QUrl> seen;
-    for (const QHelpSearchResult& result : m_engine->searchEngine()->searchResults(0, mostHits)) {
-        if (seen.contains(result.url()))
-            continue;
-        seen.insert(result.url());
-        hits.append({result.url(), result.title(), plain(result.snippet())});
-    }
-    emit found(hits);
+QList<HelpHit> HelpLibrary::search(const QString& typed) {
+    if (m_texts.isEmpty())
+        m_texts = readTexts();
+    return SearchHelp(m_texts, HelpSearchWords(typed));
 }
 
 } // namespace kelvrane

@@ -1,11 +1,12 @@
 // The help file as the help window reads it: pages by their names, contents, index, and a search
-// over all words. The collection that the search and the index need is made at the first use, the
-// words in the background; whatever of it is damaged is made anew.
+// over all words. The viewer's library keeps a collection beside the file; a damaged one is made
+// anew.
 #pragma once
+
+#include "frame/help_search.h"
 
 #include <QList>
 #include <QObject>
-#include <QPair>
 #include <QUrl>
 
 #include <memory>
@@ -15,13 +16,6 @@ class QHelpEngine;
 class QModelIndex;
 
 namespace kelvrane {
-
-/// A page found, with the words around the place.
-struct HelpHit {
-    QUrl page;
-    QString title;
-    QString words; ///< plain text, one line
-};
 
 struct HelpLink {
     QUrl page;
@@ -52,20 +46,18 @@ class HelpLibrary : public QObject {
     QAbstractItemModel* index() const;
     QList<HelpLink> pagesOf(const QString& keyword) const;
 
-    /// Looks for pages with all of the words, the last one as a beginning; found comes later. A new
-    /// search takes the place of one that runs.
-    void search(const QString& words);
+    /// Pages with all of the words that were typed; the first search reads all pages.
+    QList<HelpHit> search(const QString& typed);
 
   signals:
     void contentsReady();
-    void found(const QList<HelpHit>& hits);
 
   private:
     bool open();
-    void takeResults();
+    QList<HelpText> readTexts() const;
 
     std::unique_ptr<QHelpEngine> m_engine;
-    QString m_words; ///< of the last search
+    QList<HelpText> m_texts; ///< of all pages; empty before the first search
 };
 
 } // namespace kelvrane

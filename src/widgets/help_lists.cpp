@@ -23,6 +23,7 @@ namespace {
 constexpr int pageRole = Qt::UserRole + 1;
 constexpr int wordsRole = Qt::UserRole + 2;
 constexpr int hitPad = 8;
+constexpr int hitLines = 3; // title, two of words
 
 class RowDelegate : public QStyledItemDelegate {
   public:
@@ -40,7 +41,7 @@ class HitDelegate final : public QStyledItemDelegate {
 
     QSize sizeHint(const QStyleOptionViewItem& option,
                    const QModelIndex& /*index*/) const override {
-        return {1, 2 * option.fontMetrics.height() + 2 * hitPad};
+        return {1, hitLines * option.fontMetrics.height() + 2 * hitPad};
     }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -55,19 +56,16 @@ class HitDelegate final : public QStyledItemDelegate {
         title.setWeight(QFont::DemiBold);
         const QColor strong =
             row.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
-        drawLine(painter, place, title, strong, index.data().toString());
-        drawLine(painter, place.adjusted(0, place.height() / 2, 0, 0), row.font,
-                 selected ? strong : theme::SecondaryText(row.palette),
-                 index.data(wordsRole).toString());
-    }
-
-  private:
-    static void drawLine(QPainter* painter, const QRect& place, const QFont& font,
-                         const QColor& color, const QString& text) {
-        painter->setFont(font);
-        painter->setPen(color);
+        painter->setPen(strong);
+        painter->setFont(title);
+        const QString name = index.data().toString();
         painter->drawText(place, Qt::AlignTop | Qt::TextSingleLine,
-                          QFontMetrics(font).elidedText(text, Qt::ElideRight, place.width()));
+                          QFontMetrics(title).elidedText(name, Qt::ElideRight, place.width()));
+        painter->setFont(row.font);
+        if (!selected)
+            painter->setPen(theme::SecondaryText(row.palette));
+        painter->drawText(place.adjusted(0, row.fontMetrics.height(), 0, 0),
+                          Qt::AlignTop | Qt::TextWordWrap, index.data(wordsRole).toString());
     }
 };
 
@@ -161,6 +159,8 @@ HelpContents::HelpContents(const HelpLibrary* library, QWidget* parent)
 
 void HelpContents::setCurrent(const QUrl& page) {
     m_current = page;
+    if (m_library->contentsAddress(m_tree->currentIndex()) == page)
+        return; // a chapter and its first entry may be one page
     const QModelIndex place = m_library->contentsPlace(page);
     m_tree->setCurrentIndex(place);
     if (place.isValid())
@@ -222,8 +222,8 @@ HelpSearch::HelpSearch(HelpLibrary* library, QWidget* parent)
     column->addWidget(m_words);
     column->addWidget(m_answer);
     column->addWidget(m_list, 1);
-    connect(m_words, &QLineEdit::textChanged, library, &HelpLibrary::search);
-    connect(library, &HelpLibrary::found, this, &HelpSearch::show);
+    connect(m_words, &QLineEdit::textChanged, this,
+            [this, library](const QString& words) { show(library->search(words)); });
     bindList(this, m_list, [this](const QModelIndex& index) { choose(index); });
     show({});
 }

@@ -6,7 +6,7 @@
 #include "widgets/card.h"
 #include "widgets/find_bar.h"
 #include "widgets/help_lists.h"
-#include "widgets/help_page.h"
+#include "widgets/help_page_view.h"
 #include "widgets/keyed_tool_bar.h"
 #include "widgets/tab_strip.h"
 #include "widgets/theme.h"
@@ -116,15 +116,20 @@ QWidget* HelpWindow::createSide() {
     m_strip = new TabStrip(&m_tabs, this);
     m_strip->setObjectName(T("HelpTabs"));
     m_contents = new HelpContents(&m_library, m_strip);
-    auto* index = new HelpIndex(&m_library, m_strip);
+    m_index = new HelpIndex(&m_library, m_strip);
     m_search = new HelpSearch(&m_library, m_strip);
-    m_strip->bindPage(T("CONTENTS"), m_contents);
-    m_strip->bindPage(T("INDEX"), index);
-    m_strip->bindPage(T("SEARCH"), m_search);
-    connect(m_contents, &HelpContents::chosen, this, &HelpWindow::turnToChosen);
-    connect(index, &HelpIndex::chosen, this, &HelpWindow::turnToChosen);
+    const std::pair<const char*, QWidget*> pages[] = {
+        {"CONTENTS", m_contents}, {"INDEX", m_index}, {"SEARCH", m_search}};
+    for (const auto& [key, page] : pages) {
+        m_strip->bindPage(T(key), page);
+        connect(m_strip, &TabStrip::changed, page,
+                [name = T(key), page = page](const QString& now) {
+                    if (now == name)
+                        page->setFocus();
+                });
+    }
     connect(m_search, &HelpSearch::chosen, this, [this](const QUrl& page) {
-        turnToChosen(page);
+        m_page->turnTo(page);
         m_page->find(m_search->words().trimmed().section(u' ', 0, 0), false);
     });
     return m_strip;
@@ -132,13 +137,15 @@ QWidget* HelpWindow::createSide() {
 
 QWidget* HelpWindow::createPage() {
     auto* card = new Card(this);
-    m_page = new HelpPage(&m_library, card);
+    m_page = new HelpPageView(&m_library, card);
     m_find = new FindBar(card);
     auto* content = new QVBoxLayout(card);
     content->setContentsMargins(1, 1, 1, 1);
     content->setSpacing(0);
     content->addWidget(m_page, 1);
     content->addWidget(m_find);
+    connect(m_contents, &HelpContents::chosen, m_page, &HelpPageView::turnTo);
+    connect(m_index, &HelpIndex::chosen, m_page, &HelpPageView::turnTo);
     connect(m_find, &FindBar::wanted, m_page,
             [this](const QString& text, bool backward, bool typing) {
                 m_find->setFound(m_page->find(text, backward, typing));
@@ -161,11 +168,12 @@ void HelpWindow::bind() {
     for (const Tab& tab : tabs)
         connect(new QShortcut(QKeySequence(T(tab.keys)), this), &QShortcut::activated, m_strip,
                 [this, key = T(tab.key)] { m_strip->setCurrent(key); });
+    connect(m_page, &HelpPageView::contentsWanted, this, [this] { turnTo({}); });
     connect(m_page, &QTextBrowser::sourceChanged, this, &HelpWindow::showState);
     connect(m_page, &QTextBrowser::historyChanged, this, &HelpWindow::showState);
     connect(&m_library, &HelpLibrary::contentsReady, this, [this] {
         if (std::exchange(m_wantsContents, false))
-            turnToChosen(m_library.contentsPage());
+            turnTo({});
     });
     connect(m_splitter, &BarSplitter::Moved, this,
             [this](int first, int /*space*/) { m_sideWidth = first; });
@@ -195,18 +203,11 @@ void HelpWindow::run(const QString& key) {
 }
 
 void HelpWindow::turnTo(const QString& page) {
-    const QUrl address = m_library.pageAddress(page);
-    m_wantsContents = false;
-    if (!address.isEmpty())
-        turnToChosen(address);
-    else if (const QUrl first = m_library.contentsPage(); !first.isEmpty())
-        turnToChosen(first);
-    else
-        m_wantsContents = true;
-}
-
-void HelpWindow::turnToChosen(const QUrl& page) {
-    m_page->turnTo(page);
+    const QUrl named = m_library.pageAddress(page);
+    const QUrl address = named.isEmpty() ? m_library.contentsPage() : named;
+    m_wantsContents = address.isEmpty();
+    if (m_library.has(address))
+        m_page->turnTo(address);
 }
 
 void HelpWindow::showState() {
@@ -214,7 +215,8 @@ void HelpWindow::showState() {
     m_tools.setEnabled(T("FORWARD"), m_page->isForwardAvailable());
     m_contents->setCurrent(m_page->source());
     const QString title = m_page->documentTitle();
-    setWindowTitle(title.isEmpty() ? T("Kelvrane Help") : title + T(" - Kelvrane Help"));
+    const QString own = T("Kelvrane Help");
+    setWindowTitle(title.isEmpty() || title == own ? own : title + T(" - ") + own);
 }
 
 /// A modal box would keep the help from being read while it waits; a window that belongs to the box

@@ -15,7 +15,8 @@ namespace kelvrane {
 class BarSplitter;
 class FindBar;
 class HelpContents;
-class HelpPage;
+class HelpIndex;
+class HelpPageView;
 class HelpSearch;
 class TabStrip;
 
@@ -40,7 +41,6 @@ class HelpWindow : public QWidget {
     QWidget* createPage();
     void bind();
     void run(const QString& key);
-    void turnToChosen(const QUrl& page);
     void showState();
     void readLayout();
     void storeLayout();
@@ -50,8 +50,9 @@ class HelpWindow : public QWidget {
     KeyedItems m_tabs;
     TabStrip* m_strip;
     HelpContents* m_contents;
+    HelpIndex* m_index;
     HelpSearch* m_search;
-    HelpPage* m_page;
+    HelpPageView* m_page;
     FindBar* m_find;
     BarSplitter* m_splitter;
     int m_sideWidth;              ///< logical pixels

@@ -163,8 +163,6 @@ TEST_F(frmDayInfoTest, TheKeyboardReachesEveryDayAndCommand) {
     EXPECT_EQ(Calendar().DisplayedDate, "2/26/2026");
     chooseMenu("mnuPopup");
     EXPECT_EQ(Calendar().groupCount(), 1);
-    key(Qt::Key_F1);
-    EXPECT_EQ(help.pages, QStringList{""});
     key(Qt::Key_Escape);
     EXPECT_EQ(screens.unloaded, QList<Screen>{Screen::frmDayInfo});
 }

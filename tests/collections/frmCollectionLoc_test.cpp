@@ -65,8 +65,9 @@ TEST_F(frmCollectionLocTest, FoldersAndFieldsByKeyboard) {
     QTest::keyClicks(panel->findChild<QLineEdit*>(), "c");
     click("SELECT"); // takes the open field over
     EXPECT_EQ(CollectionFileName, "c");
-    QTest::keyClick(screen.get(), Qt::Key_F1);
-    EXPECT_EQ(help.pages.size(), 1);
+    click("HELP");
+    EXPECT_EQ(help.pages,
+              QStringList{"Collections/Collection_Location_Screen/Select_Collection_Location.htm"});
     QTest::keyClick(screen.get(), Qt::Key_Escape);
     EXPECT_EQ(screens.unloaded.size(), 2);
 }

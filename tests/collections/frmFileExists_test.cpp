@@ -88,8 +88,6 @@ TEST_F(frmFileExistsTest, ANewNameIsAskedInASecondFrame) {
     });
     EXPECT_EQ(response, "Rename");
     EXPECT_EQ(name, "May");
-    QTest::keyClick(screen.get(), Qt::Key_F1);
-    EXPECT_EQ(help.pages, QStringList{"Collections/Collections.htm"});
 }
 
 class frmSelFilenameTest : public DialogTest<frmSelFilename> {};
@@ -103,8 +101,6 @@ TEST_F(frmSelFilenameTest, TheSheetIsFiledUnderTheNameTyped) {
     EXPECT_EQ(screen->windowTitle(), "Please select a filename");
     EXPECT_EQ(find<QLabel>("lblPrompt")->text(),
               "Please select a filename to add to the collection:");
-    QTest::keyClick(screen.get(), Qt::Key_F1);
-    EXPECT_EQ(help.pages.size(), 1);
     QTest::keyClick(screen.get(), Qt::Key_Escape);
     EXPECT_FALSE(screens.isLoaded(Screen::frmSelFilename));
     type("../May");

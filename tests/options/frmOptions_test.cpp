@@ -74,7 +74,7 @@ TEST_F(frmOptionsTest, EveryPageShowsItsFrameAndItsControls) {
         turnTo(page);
         for (const OptionPage& each : OptionPages())
             EXPECT_EQ(find(each.frame)->isVisible(), &each == &OptionPages()[page]) << each.frame;
-        QTest::keyClick(&screen(), Qt::Key_F1);
+        Options().smuiSelect.click("HELP");
         EXPECT_EQ(help.pages.size(), page + 1);
     }
     EXPECT_EQ(help.pages.first(), "Options_Screen/Options_Kelvrane.htm");

@@ -77,11 +77,6 @@ TEST_F(frmModifyTest, EscAndTheCloseBoxAsk) {
     EXPECT_EQ(DayEntries[1].BreakTime, "0 Minutes");
 }
 
-TEST_F(frmModifyTest, F1ShowsItsHelp) {
-    QTest::keyClick(&*form, Qt::Key_F1);
-    EXPECT_EQ(help.pages, QStringList{"Modify_ScreenModify_Form.htm"});
-}
-
 class frmSelNewTimeTest : public ProgramTest {
   protected:
     void open(int hours, int minutes) {

@@ -117,8 +117,6 @@ TEST_F(frmSTMTest, ClicksReachTheProcedures) {
     EXPECT_TRUE(DayStopped);
     click("HELP", "smuiTimeCtrl");
     EXPECT_EQ(help.pages.size(), 1);
-    QTest::keyClick(&screen(), Qt::Key_F1);
-    EXPECT_EQ(help.pages.size(), 2);
 
     find<TabStrip>("smuiOptions")->setCurrent("VIEWS");
     QCoreApplication::processEvents();

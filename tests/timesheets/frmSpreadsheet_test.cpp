@@ -95,8 +95,6 @@ TEST_F(frmSpreadsheetTest, MenuCalendarAndPanelAreUsedByMouseAndKeys) {
     EXPECT_FALSE(calendar->isVisible());
     EXPECT_EQ(find<QLabel>("STARTDATE")->text(), "1/6/2003");
 
-    QTest::keyClick(form.get(), Qt::Key_F1);
-    EXPECT_EQ(help.pages.size(), 1);
     form->close();
     EXPECT_EQ(screens.unloaded.last(), Screen::frmSpreadsheet);
 }

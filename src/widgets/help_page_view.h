@@ -9,13 +9,13 @@ namespace kelvrane {
 
 class HelpLibrary;
 
-class HelpPage : public QTextBrowser {
+class HelpPageView : public QTextBrowser {
     Q_OBJECT
   public:
     /// The library outlives the page.
-    explicit HelpPage(const HelpLibrary* library, QWidget* parent = nullptr);
+    explicit HelpPageView(const HelpLibrary* library, QWidget* parent = nullptr);
 
-    /// Turns to an address of the help file; the contents' first page for one that isn't there.
+    /// Turns to an address of the help file; asks for the contents when it isn't there.
     void turnTo(const QUrl& address);
 
     /// In steps of a tenth; 0 is the size of the program's font.
@@ -30,6 +30,9 @@ class HelpPage : public QTextBrowser {
     void print();
 
     QVariant loadResource(int type, const QUrl& address) override;
+
+  signals:
+    void contentsWanted();
 
   protected:
     void doSetSource(const QUrl& address, QTextDocument::ResourceType type) override;

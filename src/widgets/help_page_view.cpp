@@ -1,4 +1,4 @@
-#include "widgets/help_page.h"
+#include "widgets/help_page_view.h"
 
 #include "frame/error_report.h"
 #include "platform/ports.h"
@@ -49,26 +49,27 @@ class PaperPage final : public QTextDocument {
 
 } // namespace
 
-HelpPage::HelpPage(const HelpLibrary* library, QWidget* parent)
+HelpPageView::HelpPageView(const HelpLibrary* library, QWidget* parent)
     : QTextBrowser(parent), m_library(library) {
-    setObjectName(QStringLiteral("HelpPage"));
+    setObjectName(QStringLiteral("HelpPageView"));
     setAccessibleName(QStringLiteral("Help page"));
     setFrameShape(QFrame::NoFrame);
     setOpenLinks(false);
     setUndoRedoEnabled(false);
     document()->setDocumentMargin(pageMargin);
     document()->setDefaultStyleSheet(HelpStyle(palette()));
-    connect(this, &QTextBrowser::anchorClicked, this, &HelpPage::follow);
+    connect(this, &QTextBrowser::anchorClicked, this, &HelpPageView::follow);
 }
 
-void HelpPage::turnTo(const QUrl& address) {
-    const QUrl known = m_library->has(address) ? address : m_library->contentsPage();
-    if (!known.isEmpty())
-        setSource(known);
+void HelpPageView::turnTo(const QUrl& address) {
+    if (m_library->has(address))
+        setSource(address);
+    else
+        emit contentsWanted();
 }
 
 /// A link of a page. Only these kinds leave the program; a link to a file of the machine doesn't.
-void HelpPage::follow(const QUrl& link) {
+void HelpPageView::follow(const QUrl& link) {
     const auto isScheme = [&](const char* scheme) {
         return link.scheme() == QLatin1String(scheme);
     };
@@ -78,21 +79,21 @@ void HelpPage::follow(const QUrl& link) {
         Guarded(QStringLiteral("HelpLink"), [&] { ports.launcher->open(link.toString()); });
 }
 
-QVariant HelpPage::loadResource(int type, const QUrl& address) {
+QVariant HelpPageView::loadResource(int type, const QUrl& address) {
     const QUrl whole = source().resolved(address);
     if (type == QTextDocument::ImageResource)
         return QImage::fromData(m_library->data(whole));
     return m_library->data(whole);
 }
 
-void HelpPage::doSetSource(const QUrl& address, QTextDocument::ResourceType type) {
+void HelpPageView::doSetSource(const QUrl& address, QTextDocument::ResourceType type) {
     QTextBrowser::doSetSource(address, type);
     layOut();
     if (address.hasFragment())
         scrollToAnchor(address.fragment());
 }
 
-void HelpPage::layOut() {
+void HelpPageView::layOut() {
     const int column = std::min(viewport()->width(), widestColumn);
     setLineWrapMode(FixedPixelWidth);
     setLineWrapColumnOrWidth(column);
@@ -102,7 +103,7 @@ void HelpPage::layOut() {
 }
 
 /// Colours are part of a page that is read, so a new palette reads it again.
-void HelpPage::refresh() {
+void HelpPageView::refresh() {
     const QScopedValueRollback guard(m_refreshing, true);
     document()->setDefaultStyleSheet(HelpStyle(palette()));
     const int place = verticalScrollBar()->value();
@@ -111,33 +112,33 @@ void HelpPage::refresh() {
     verticalScrollBar()->setValue(place);
 }
 
-void HelpPage::changeEvent(QEvent* event) {
+void HelpPageView::changeEvent(QEvent* event) {
     QTextBrowser::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && !m_refreshing && !source().isEmpty())
         refresh();
 }
 
-void HelpPage::resizeEvent(QResizeEvent* event) {
+void HelpPageView::resizeEvent(QResizeEvent* event) {
     QTextBrowser::resizeEvent(event);
     if (event->oldSize().width() != event->size().width())
         layOut();
 }
 
-void HelpPage::wheelEvent(QWheelEvent* event) {
+void HelpPageView::wheelEvent(QWheelEvent* event) {
     if (event->modifiers() & Qt::ControlModifier)
         setZoom(m_zoom + (event->angleDelta().y() > 0 ? 1 : -1));
     else
         QTextBrowser::wheelEvent(event);
 }
 
-void HelpPage::setZoom(int steps) {
+void HelpPageView::setZoom(int steps) {
     m_zoom = std::clamp(steps, leastZoom, mostZoom);
     QFont font = QApplication::font();
     font.setPointSizeF(font.pointSizeF() * (1 + m_zoom / 10.0));
     setFont(font);
 }
 
-bool HelpPage::find(const QString& text, bool backward, bool typing) {
+bool HelpPageView::find(const QString& text, bool backward, bool typing) {
     const auto flags = backward ? QTextDocument::FindBackward : QTextDocument::FindFlag();
     const QTextCursor before = textCursor();
     QTextCursor from = before;
@@ -157,8 +158,8 @@ bool HelpPage::find(const QString& text, bool backward, bool typing) {
     return true;
 }
 
-void HelpPage::print() {
-    const QPointer<HelpPage> self = this; // the window may be closed while the dialog is open
+void HelpPageView::print() {
+    const QPointer<HelpPageView> self = this; // the window may be closed while the dialog is open
     if (!ports.printer->choose(QStringLiteral("Print Help")) || !self)
         return;
     const QString title = documentTitle();
