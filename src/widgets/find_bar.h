@@ -16,6 +16,8 @@ class FindBar : public QWidget {
 
     /// Shows the bar with its text selected, ready to be typed over.
     void open();
+    /// Hides the bar.
+    void shut();
     /// The next place; opens the bar while there is nothing to look for.
     void step(bool backward);
     /// Says whether the last search went in vain.
@@ -32,7 +34,6 @@ class FindBar : public QWidget {
 
   private:
     QWidget* addButton(const char* name, const char* icon, const QString& caption);
-    void shut();
 
     QLineEdit* m_text;
     QLabel* m_answer;

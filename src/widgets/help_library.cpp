@@ -1,6 +1,8 @@
 #include "widgets/help_library.h"
 
 #include "frame/help_file.h"
+#include "frame/program_folder.h"
+#include "platform/installed_files.h"
 #include "platform/ports.h"
 #include "platform/skip_errors.h"
 
@@ -43,10 +45,10 @@ HelpLibrary::HelpLibrary() {
     SkipErrors step(QStringLiteral("HelpLibrary"));
     step([] { RenewHelpFile(); });
     DropDamagedHelpCollection();
-    if (open())
+    if (open(HelpFilePath(), HelpCollectionPath()))
         return;
     DropHelpCollection();
-    if (!open())
+    if (!open(HelpFilePath(), HelpCollectionPath()) && !openElsewhere())
         Raise(errors::FileNotFound,
               QStringLiteral("The help file %1 is missing or damaged. Installing Kelvrane again "
                              "puts it back.")
@@ -55,20 +57,27 @@ HelpLibrary::HelpLibrary() {
 
 HelpLibrary::~HelpLibrary() = default;
 
-bool HelpLibrary::open() {
+/// The program's folder may be full or read-only.
+bool HelpLibrary::openElsewhere() {
+    m_spare.emplace();
+    const QString collection = m_spare->filePath(QStringLiteral("Kelvrane.qhc"));
+    return open(HelpFilePath(), collection) ||
+           open(InstalledFile(QString::fromLatin1(files::HelpFile)), collection);
+}
+
+bool HelpLibrary::open(const QString& file, const QString& collection) {
     m_engine.reset();
-    if (!ports.files->exists(HelpFilePath()) ||
-        QHelpEngineCore::namespaceName(HelpFilePath()) != Namespace)
+    if (!ports.files->exists(file) || QHelpEngineCore::namespaceName(file) != Namespace)
         return false;
-    m_engine = std::make_unique<QHelpEngine>(HelpCollectionPath());
+    m_engine = std::make_unique<QHelpEngine>(collection);
     m_engine->setReadOnly(false);
     connect(m_engine->contentModel(), &QHelpContentModel::contentsCreated, this,
             &HelpLibrary::contentsReady);
     if (!m_engine->setupData())
         return false;
-    if (QDir::cleanPath(m_engine->documentationFileName(Namespace)) != HelpFilePath()) {
+    if (QDir::cleanPath(m_engine->documentationFileName(Namespace)) != file) {
         m_engine->unregisterDocumentation(Namespace); // the folder has moved
-        if (!m_engine->registerDocumentation(HelpFilePath()))
+        if (!m_engine->registerDocumentation(file))
             return false;
     }
     return true;

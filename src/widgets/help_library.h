@@ -7,9 +7,11 @@
 
 #include <QList>
 #include <QObject>
+#include <QTemporaryDir>
 #include <QUrl>
 
 #include <memory>
+#include <optional>
 
 class QAbstractItemModel;
 class QHelpEngine;
@@ -25,8 +27,9 @@ struct HelpLink {
 class HelpLibrary : public QObject {
     Q_OBJECT
   public:
-    /// Opens the copy in the program's folder, renewed before. Raises FileNotFound, with a sentence
-    /// for the user, when there is no help file that can be read.
+    /// Opens the copy in the program's folder, renewed before, or the one that came with the
+    /// program where there can be no copy. Raises FileNotFound, with a sentence for the user, when
+    /// there is no help file that can be read.
     HelpLibrary();
     ~HelpLibrary() override;
 
@@ -53,9 +56,11 @@ class HelpLibrary : public QObject {
     void contentsReady();
 
   private:
-    bool open();
+    bool open(const QString& file, const QString& collection);
+    bool openElsewhere();
     QList<HelpText> readTexts() const;
 
+    std::optional<QTemporaryDir> m_spare; ///< for the collection, where it can't be kept
     std::unique_ptr<QHelpEngine> m_engine;
     QList<HelpText> m_texts; ///< of all pages; empty before the first search
 };

@@ -8,6 +8,7 @@
 #include <QListView>
 #include <QMenu>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
 #include <QStyledItemDelegate>
@@ -172,7 +173,6 @@ HelpIndex::HelpIndex(const HelpLibrary* library, QWidget* parent)
       m_word(createField("HelpIndexWord", QStringLiteral("Look up a word"), this)),
       m_list(new QListView(this)), m_rows(new QSortFilterProxyModel(this)) {
     m_rows->setSourceModel(library->index());
-    m_rows->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_rows->setSortCaseSensitivity(Qt::CaseInsensitive);
     m_rows->sort(0);
     dress(m_list, "HelpIndex", QStringLiteral("Index"));
@@ -184,7 +184,11 @@ HelpIndex::HelpIndex(const HelpLibrary* library, QWidget* parent)
     QVBoxLayout* column = createColumn(this);
     column->addWidget(m_word);
     column->addWidget(m_list, 1);
-    connect(m_word, &QLineEdit::textChanged, m_rows, &QSortFilterProxyModel::setFilterFixedString);
+    connect(m_word, &QLineEdit::textChanged, m_rows, [this](const QString& typed) {
+        m_rows->setFilterRegularExpression(QRegularExpression(
+            QString(QStringLiteral("(^|\\W)") + QRegularExpression::escape(typed.trimmed())),
+            QRegularExpression::CaseInsensitiveOption));
+    });
     bindList(this, m_list, [this](const QModelIndex& index) { choose(index); });
 }
 

@@ -93,13 +93,17 @@ void HelpPageView::doSetSource(const QUrl& address, QTextDocument::ResourceType 
         scrollToAnchor(address.fragment());
 }
 
+int HelpPageView::column() const {
+    return std::min(viewport()->width(), widestColumn);
+}
+
 void HelpPageView::layOut() {
-    const int column = std::min(viewport()->width(), widestColumn);
+    m_column = column();
     setLineWrapMode(FixedPixelWidth);
-    setLineWrapColumnOrWidth(column);
+    setLineWrapColumnOrWidth(m_column);
     FitPictures(
         *document(), source(), [this](const QUrl& url) { return m_library->data(url); },
-        column - 2 * pageMargin, devicePixelRatioF());
+        m_column - 2 * pageMargin, devicePixelRatioF());
 }
 
 /// Colours are part of a page that is read, so a new palette reads it again.
@@ -107,8 +111,14 @@ void HelpPageView::refresh() {
     const QScopedValueRollback guard(m_refreshing, true);
     document()->setDefaultStyleSheet(HelpStyle(palette()));
     const int place = verticalScrollBar()->value();
+    const QTextCursor selected = textCursor();
+    const int anchor = selected.anchor(), position = selected.position();
     reload();
     layOut();
+    QTextCursor again(document());
+    again.setPosition(anchor);
+    again.setPosition(position, QTextCursor::KeepAnchor);
+    setTextCursor(again);
     verticalScrollBar()->setValue(place);
 }
 
@@ -120,7 +130,7 @@ void HelpPageView::changeEvent(QEvent* event) {
 
 void HelpPageView::resizeEvent(QResizeEvent* event) {
     QTextBrowser::resizeEvent(event);
-    if (event->oldSize().width() != event->size().width())
+    if (column() != m_column)
         layOut();
 }
 
@@ -155,6 +165,10 @@ bool HelpPageView::find(const QString& text, bool backward, bool typing) {
         return false;
     }
     setTextCursor(hit);
+    // With some lines of what stands around it.
+    const int off = cursorRect().center().y() - viewport()->height() / 3;
+    if (cursorRect().bottom() > viewport()->height() * 3 / 4 || cursorRect().top() < pageMargin)
+        verticalScrollBar()->setValue(verticalScrollBar()->value() + off);
     return true;
 }
 

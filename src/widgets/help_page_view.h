@@ -42,11 +42,13 @@ class HelpPageView : public QTextBrowser {
 
   private:
     void follow(const QUrl& link);
+    int column() const;
     void layOut();
     void refresh();
 
     const HelpLibrary* m_library;
     int m_zoom = 0;
+    int m_column = 0; ///< that the page was laid out for, logical pixels
     bool m_refreshing = false;
 };
 

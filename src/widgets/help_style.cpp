@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QImage>
+#include <QPainter>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -34,6 +35,13 @@ QList<Place> picturesOf(const QTextDocument& page) {
     return places;
 }
 
+/// A window's picture has the colour of paper at its edge.
+void frame(QImage& picture) {
+    QPainter painter(&picture);
+    painter.setPen(QColor(0x80, 0x87, 0x90, 0x80));
+    painter.drawRect(QRectF({0.5, 0.5}, picture.deviceIndependentSize() - QSizeF(1, 1)));
+}
+
 } // namespace
 
 QString HelpStyle(const QPalette& palette) {
@@ -41,6 +49,7 @@ QString HelpStyle(const QPalette& palette) {
     const QColor link = theme::ReadableOn(QColor(0x3b, 0x78, 0xd8), paper);
     return QStringLiteral("body { color: %1; }"
                           "a { color: %2; text-decoration: none; }"
+                          "p, li, td, th { line-height: 125%; }"
                           "h1, h2, h3 { color: %1; font-weight: 600; }"
                           "th { text-align: left; font-weight: 600; }")
         .arg(palette.color(QPalette::Text).name(), link.name());
@@ -64,9 +73,12 @@ void FitPictures(QTextDocument& page, const QUrl& address, const HelpData& data,
         const double given = format.doubleProperty(givenWidth);
         const double wide = std::min<double>(given > 0 ? given : picture.width(), width);
         const double high = wide * picture.height() / picture.width();
-        QImage fitted = picture.scaled((QSizeF(wide, high) * devicePixelRatio).toSize(),
-                                       Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        QImage fitted = picture
+                            .scaled((QSizeF(wide, high) * devicePixelRatio).toSize(),
+                                    Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                            .convertToFormat(QImage::Format_ARGB32_Premultiplied);
         fitted.setDevicePixelRatio(devicePixelRatio);
+        frame(fitted);
         page.addResource(QTextDocument::ImageResource, url, fitted);
         format.setName(url.toString());
         format.setWidth(wide);
@@ -74,6 +86,9 @@ void FitPictures(QTextDocument& page, const QUrl& address, const HelpData& data,
         cursor.setPosition(place.position);
         cursor.setPosition(place.position + 1, QTextCursor::KeepAnchor);
         cursor.setCharFormat(format);
+        QTextBlockFormat line = cursor.blockFormat(); // the page's line spacing is for text
+        line.setLineHeight(0, QTextBlockFormat::SingleHeight);
+        cursor.setBlockFormat(line);
     }
     cursor.endEditBlock();
 }

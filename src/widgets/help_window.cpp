@@ -198,8 +198,10 @@ void HelpWindow::run(const QString& key) {
         {"CLOSE", [](HelpWindow& help) { help.close(); }},
     };
     for (const Command& command : commands)
-        if (key == QLatin1String(command.key))
+        if (key == QLatin1String(command.key)) {
             Guarded(T("HelpWindow"), [&] { command.run(*this); });
+            return; // the window may be gone
+        }
 }
 
 void HelpWindow::turnTo(const QString& page) {
@@ -237,10 +239,12 @@ void HelpWindow::present() {
 }
 
 void HelpWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else
+    if (event->key() != Qt::Key_Escape)
         QWidget::keyPressEvent(event);
+    else if (m_find->isVisible())
+        m_find->shut();
+    else
+        close();
 }
 
 void HelpWindow::closeEvent(QCloseEvent* event) {

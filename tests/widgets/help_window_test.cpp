@@ -199,6 +199,17 @@ TEST_F(HelpWindowTest, DamageIsMendedWhereAnythingSoundIsInstalled) {
     EXPECT_TRUE(dialogs.shown.isEmpty());
 }
 
+TEST_F(HelpWindowTest, TheHelpIsReadWhereNothingCanBeKept) {
+    for (const char* name : {"Kelvrane.qhc", "Kelvrane.qch"}) {
+        disk.createFolder(path(name)); // no file can come there
+        open(topics::Tutorial);
+        ASSERT_TRUE(viewer.window()) << name;
+        EXPECT_EQ(shownPage(), pageOf(topics::Tutorial));
+        viewer.close();
+        QFile::remove(path("Kelvrane.qch"));
+    }
+}
+
 TEST_F(HelpWindowTest, WithoutAnyHelpFileThereIsAMessage) {
     SetInstalledFolder(path("nothing here"));
     for (const char* bytes : {"", "no help", "SQLite format 3"}) {

@@ -9,7 +9,9 @@
 #include "frame/program_folder.h"
 #include "frame/settings.h"
 #include "frame/status_text.h"
+#include "help_tour.h"
 #include "platform/error.h"
+#include "platform/installed_files.h"
 #include "platform/recordset.h"
 #include "sheets_tour.h"
 #include "timekeeping/control_model.h"
@@ -109,6 +111,7 @@ class Tour {
         EditingTour(m_album, *m_program).onWorkingDay();
         SheetsTour(m_album, *m_program, m_printer, m_folder).run();
         ChartsTour(m_album, *m_program).run();
+        HelpTour(m_album, *m_program).run();
         views();
         charts();
         reminder();
@@ -320,6 +323,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setQuitOnLastWindowClosed(false);
+    kelvrane::SetInstalledFolder(QApplication::applicationDirPath() + QStringLiteral("/../.."));
     const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
     QDir(folder).removeRecursively();
     for (const char* data : {"/home", "/example"})
