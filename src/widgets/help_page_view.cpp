@@ -38,8 +38,8 @@ class PaperPage final : public QTextDocument {
     }
 
   protected:
-    QVariant loadResource(int /*type*/, const QUrl& name) override {
-        return m_library.data(m_address.resolved(name));
+    QVariant loadResource(int type, const QUrl& name) override {
+        return HelpResource(type, m_library.data(m_address.resolved(name)));
     }
 
   private:
@@ -80,10 +80,7 @@ void HelpPageView::follow(const QUrl& link) {
 }
 
 QVariant HelpPageView::loadResource(int type, const QUrl& address) {
-    const QUrl whole = source().resolved(address);
-    if (type == QTextDocument::ImageResource)
-        return QImage::fromData(m_library->data(whole));
-    return m_library->data(whole);
+    return HelpResource(type, m_library->data(source().resolved(address)));
 }
 
 void HelpPageView::doSetSource(const QUrl& address, QTextDocument::ResourceType type) {

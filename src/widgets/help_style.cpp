@@ -10,6 +10,7 @@
 #include <QTextDocument>
 #include <QTextImageFormat>
 #include <QUrl>
+#include <QVariant>
 
 #include <algorithm>
 
@@ -55,6 +56,17 @@ QString HelpStyle(const QPalette& palette) {
         .arg(palette.color(QPalette::Text).name(), link.name());
 }
 
+QVariant HelpResource(int type, const QByteArray& data) {
+    if (type != QTextDocument::ImageResource)
+        return data;
+    const QImage picture = QImage::fromData(data);
+    if (!picture.isNull())
+        return picture;
+    QImage blank(1, 1, QImage::Format_ARGB32_Premultiplied);
+    blank.fill(Qt::transparent);
+    return blank;
+}
+
 void FitPictures(QTextDocument& page, const QUrl& address, const HelpData& data, int width,
                  double devicePixelRatio) {
     QHash<QUrl, QImage> originals;
@@ -71,7 +83,8 @@ void FitPictures(QTextDocument& page, const QUrl& address, const HelpData& data,
         if (!format.hasProperty(givenWidth))
             format.setProperty(givenWidth, format.width());
         const double given = format.doubleProperty(givenWidth);
-        const double wide = std::min<double>(given > 0 ? given : picture.width(), width);
+        const double wide =
+            std::clamp<double>(given > 0 ? given : picture.width(), 1, std::max(width, 1));
         const double high = wide * picture.height() / picture.width();
         QImage fitted = picture
                             .scaled((QSizeF(wide, high) * devicePixelRatio).toSize(),

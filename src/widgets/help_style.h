@@ -10,6 +10,7 @@
 
 class QTextDocument;
 class QUrl;
+class QVariant;
 
 namespace kelvrane {
 
@@ -18,6 +19,10 @@ QString HelpStyle(const QPalette& palette);
 
 /// What the help file holds under an address.
 using HelpData = std::function<QByteArray(const QUrl& address)>;
+
+/// What a page is given for something of a kind of QTextDocument::ResourceType. Never nothing for a
+/// picture: the page would look for a file of that name.
+QVariant HelpResource(int type, const QByteArray& data);
 
 /// Shows the page's pictures at their own size, or as wide as the column where that is less. Width
 /// in logical pixels; smooth at the ratio of the device. To be called again when either changes.

@@ -19,6 +19,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <utility>
 
 namespace kelvrane {
 
@@ -26,7 +27,7 @@ namespace {
 
 constexpr QSize startSize(980, 660);
 constexpr QSize leastSize(480, 320);
-constexpr int startSide = 280, leastSide = 180, leastPage = 240;
+constexpr int startSide = 300, leastSide = 180, leastPage = 240;
 
 const QString section = QStringLiteral("Help");
 
@@ -284,6 +285,9 @@ HelpViewer::~HelpViewer() {
 }
 
 void HelpViewer::close() {
+    if (!m_window)
+        return;
+    m_window->close(); // keeps its layout
     delete m_window.data();
 }
 

@@ -12,6 +12,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QFile>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -146,6 +147,12 @@ TEST_F(HelpWindowTest, LinksOutsideGoToTheDesktopAndNothingElseIsRead) {
     }
     EXPECT_EQ(launcher.opened.size(), 1);
     EXPECT_EQ(shownPage(), pageOf(topics::Tutorial));
+    // A picture that isn't there must not become one of a file of that name.
+    EXPECT_EQ(page()
+                  ->loadResource(QTextDocument::ImageResource, QUrl("no_such_picture.png"))
+                  .value<QImage>()
+                  .size(),
+              QSize(1, 1));
     follow(QUrl("qthelp://brindlemoor-ware.kelvrane/kelvrane/gone.htm"));
     EXPECT_TRUE(turnsTo("index.htm"));
 }
