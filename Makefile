@@ -1,10 +1,15 @@
 # The commands of the project. Each one sets up what it needs and does no work twice.
 SHELL := /bin/bash
 .DEFAULT_GOAL := help
-.PHONY: help run test tour bench sanitize fuzz format check-format clean setup-build setup-bench setup-fuzz setup-lint
+.PHONY: help run test tour install uninstall package check-package bench sanitize fuzz format check-format clean \
+        setup-build setup-package setup-packtest setup-bench setup-fuzz setup-lint
 
-# Set on the command line: make run ARGS=debug
+# Set on the command line: make run ARGS=debug, make install PREFIX=$HOME/.local
 ARGS ?=
+PREFIX ?= /usr/local
+# Where a packager collects the files; CMake reads it from the environment.
+DESTDIR ?=
+export DESTDIR
 
 help: ## this list
 	@awk -F':.*## ' '/^[a-z-]+:.*## / { printf "  make %-14s%s\n", $$1, $$2 }' $(MAKEFILE_LIST)
@@ -25,6 +30,20 @@ test: setup-build build/release/build.ninja ## build everything and run every te
 tour: setup-build build/release/build.ninja ## a scripted day on the real screens; pictures in out/tour
 	cmake --build --preset release --target tour
 	QT_QPA_PLATFORM=offscreen build/release/tools/tour/tour out/tour
+
+install: setup-build build/release/build.ninja ## build and install; PREFIX (/usr/local) and DESTDIR as usual
+	cmake --build --preset release --target installable
+	tools/install.sh install build/release "$(PREFIX)"
+
+uninstall: ## remove what the last make install put there; data of users stays
+	tools/install.sh uninstall build/release
+
+package: setup-build setup-package build/release/build.ninja ## a .deb for Debian 12 in build/release/package
+	cmake --build --preset release --target installable
+	cpack --config build/release/CPackConfig.cmake
+
+check-package: setup-packtest ## install, run and purge that .deb in a fresh Debian 12; needs root
+	tools/check_package.sh build/release/package/*.deb
 
 bench: setup-build setup-bench build/release/build.ninja ## measure against the floors
 	cmake --preset release -DKELVRANE_BENCH=ON
@@ -54,7 +73,7 @@ check-format: setup-lint ## fail where a source isn't formatted
 clean: ## remove everything that was built
 	rm -rf build out
 
-setup-build setup-bench setup-fuzz setup-lint: setup-%:
+setup-build setup-package setup-packtest setup-bench setup-fuzz setup-lint: setup-%:
 	@tools/setup.sh $*
 
 # A changed CMakeLists.txt is Ninja's business; a changed preset is ours.
