@@ -103,7 +103,7 @@ as_user "xdg-open \"$sheets/March.col\"" > /check/said 2>&1 &
 eventually window 'Collection Viewer' || fail "no viewer"
 sleep 2
 picture collection
-xdotool windowclose "$(window 'Collection Viewer' | tail -1)"
+xdotool windowactivate --sync "$(window 'Collection Viewer' | tail -1)" key alt+F4
 eventually gone kelvrane_runs || fail "the process outlives its viewer"
 
 step "purge"
