@@ -6,6 +6,7 @@
 #include "frame/tray_menus.h"
 #include "platform/skip_errors.h"
 #include "startup/install_step.h"
+#include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
 #include "tray/hidden_form.h"
 #include "tray/minute_tick.h"
@@ -91,9 +92,14 @@ StartResult Program::start(const QString& commandText) {
 }
 
 void Program::saveForLogOut() {
+    // A process that never loaded the day, such as a collection's viewer, has nothing to save, and
+    // the files are perhaps being written by the one that has.
+    if (!Control().loaded && DayEntries.isEmpty())
+        return;
     SkipErrors step(QStringLiteral("LogOut"));
     step([] { SaveForLogOut(); });
-    step([] { SaveControlLayout(); });
+    if (Control().loaded) // otherwise it was saved when the screen was unloaded
+        step([] { SaveControlLayout(); });
 }
 
 } // namespace kelvrane

@@ -223,6 +223,31 @@ TEST_F(OddMoments, ALogOutSavesWhatRunsAndTheNextStartGoesOn) {
     });
 }
 
+TEST_F(OddMoments, ALogOutOfACollectionsViewerLeavesDayAndLayoutToTheirOwner) {
+    const char stored[] = R"({"keys": {"Software\\brindlemoor-ware\\Kelvrane": {"Version": "99.0"}},
+        "sections": {"SingleTimerView": {"bGraphShowing": "True", "iLastMeWidth": "12000"}}})";
+    write("settings.json", stored);
+    write("Fileinfo.dat.temp", "being written by another process");
+    write("Sheets.col", "<xml>\r\n <o:File HRef=\"Acme.htm\"/>\r\n</xml>\r\n");
+    bool loggedOut = false;
+    run([&] {
+        program = std::make_unique<Program>(PortChoices{.clock = &clock, .timers = &timers});
+        QTimer::singleShot(50, program.get(), [&] {
+            EXPECT_TRUE(program->screens().isVisible(Screen::frmCollectionViewer));
+            program->saveForLogOut();
+            loggedOut = true;
+            ports.screens->unload(Screen::frmCollectionViewer);
+        });
+        EXPECT_EQ(program->start(InAppPath("Sheets.col")), StartResult::Ended);
+        EXPECT_TRUE(loggedOut);
+        EXPECT_EQ(ports.settings->section("SingleTimerView", "bGraphShowing", {}), "True");
+        EXPECT_EQ(ports.settings->section("SingleTimerView", "iLastMeWidth", {}), "12000");
+    });
+    QFile temporary(InAppPath("Fileinfo.dat.temp"));
+    ASSERT_TRUE(temporary.open(QIODevice::ReadOnly));
+    EXPECT_EQ(temporary.readAll(), "being written by another process");
+}
+
 TEST_F(OddMoments, TheCountdownRunsOutBehindABox) {
     struct Case {
         const char* name;
