@@ -42,7 +42,8 @@ package: setup-build setup-package build/release/build.ninja ## a .deb for Debia
 	cmake --build --preset release --target installable
 	cpack --config build/release/CPackConfig.cmake
 
-check-package: setup-packtest ## install, run and purge that .deb in a fresh Debian 12; needs root
+check-package: setup-packtest package ## install, run and purge that .deb in a fresh Debian 12; needs root
+	lintian build/release/package/*.deb
 	tools/check_package.sh build/release/package/*.deb
 
 bench: setup-build setup-bench build/release/build.ninja ## measure against the floors

@@ -31,7 +31,10 @@ end_program() {
     pkill -u ada -x -TERM kelvrane
     eventually gone kelvrane_runs || fail "SIGTERM didn't end the program"
 }
-checksums() { (cd "$data" && find . -type f ! -name 'Fileinfo*' ! -name settings.json -print0 | sort -z | xargs -0 sha256sum); }
+checksums() { # of what is the user's alone: the day is counted on, the settings get values, the help is renewed
+    (cd "$data" && find . -type f ! -name 'Fileinfo*' ! -name settings.json ! -name 'Kelvrane.qc*' -print0 |
+        sort -z | xargs -0 sha256sum)
+}
 version_in_settings() { grep -q "\"Version\": \"$1\"" "$data/settings.json"; }
 version_of() { dpkg-deb -f "$1" Version; }
 
@@ -77,6 +80,8 @@ if [[ -f /check/old.deb ]]; then
     end_program
     grep -q '"StopWorkTime": "6:30 PM"' "$data/settings.json" || fail "a setting was lost"
     (cd "$data" && sha256sum --quiet -c /check/before) || fail "the upgrade changed a file of the user"
+    [[ ! -f /usr/share/kelvrane/Kelvrane.qch ]] || cmp /usr/share/kelvrane/Kelvrane.qch "$data/Kelvrane.qch" ||
+        fail "the help isn't renewed"
     echo "   kept $(wc -l < /check/before) files; new: $(checksums | diff /check/before - | sed -n 's/^> [0-9a-f]* *//p' | tr '\n' ' ')"
 fi
 
