@@ -22,7 +22,7 @@ picture() { import -window root "/check/$1.png"; }
 kelvrane_runs() { pgrep -u ada -x kelvrane; }
 answer() { # TITLE KEY: of the box that comes up
     eventually window "$1" || fail "no box named $1"
-    picture "$2-${1// /-}"
+    picture "${1// /-}"
     xdotool windowactivate --sync "$(window "$1" | tail -1)" key "$2"
     eventually gone window "$1" || fail "the box $1 stays"
 }
@@ -58,12 +58,19 @@ apt install --no-install-recommends xvfb xdotool openbox imagemagick procps desk
 Xvfb $DISPLAY -screen 0 1280x900x24 -nolisten tcp > /dev/null 2>&1 &
 eventually xdotool getmouselocation || fail "no display"
 openbox > /dev/null 2>&1 &
+eventually xdotool get_num_desktops || fail "no window manager"
 as_user kelvrane > /check/said 2>&1 &
 answer 'Generate initial data' alt+y
 answer 'Need more information' alt+n
 eventually version_in_settings "$(version_of $first)" || fail "no Version in the settings"
 control_screen || fail "no control screen"
 picture control-screen
+if [[ $first == */new.deb && -f /usr/share/kelvrane/Kelvrane.qch ]]; then
+    xdotool windowactivate --sync "$(window 'Current Day' | tail -1)" key F1
+    eventually window 'Help' || fail "F1 opens no help"
+    sleep 2
+    picture help
+fi
 end_program
 [[ $(stat -c %a "$data") == 700 ]] || fail "others may read the user's folder"
 
