@@ -8,6 +8,7 @@
 #include "frame/program_folder.h"
 #include "projects_bench.h"
 #include "quiet_ports.h"
+#include "records_bench.h"
 #include "report.h"
 #include "sheets_bench.h"
 #include "timekeeping/control_model.h"
@@ -42,6 +43,7 @@ constexpr char saveDay[] = "save the day file";
 constexpr char minuteTick[] = "minute tick";
 constexpr char calendarClick[] = "calendar click";
 constexpr char calendarRunning[] = "the same on a running day";
+constexpr char singleRecords[] = "single records";
 constexpr char compaction[] = "backup and compaction";
 
 /// A running day of five projects on the history of one folder.
@@ -157,6 +159,9 @@ void addAll(QuietPorts& quiet, int rows) {
         [first](Day& on) { FloorTwoDays(on.history(), first, first.addDays(1)); });
     pair(calendarRunning, 15, [click](Day&) { click(); }, {});
     pair(
+        singleRecords, 15, [rows](Day& on) { ReachRecords(on.history(), rows / 2); },
+        [rows](Day& on) { FloorReachRecords(on.history(), rows / 2); });
+    pair(
         compaction, rows > 500'000 ? 3 : 7,
         [](Day&) { CompactDatabaseFile(AppPath(), QStringLiteral("DayInfo"), true); },
         [](Day& on) {
@@ -187,7 +192,7 @@ int run(int argc, char** argv) {
     std::vector<Limit> limits = {{rollUp, 1.5, 0, false},      {weekView, 2, 0, false},
                                  {saveDay, 2, 0, false},       {minuteTick, 0, 2, false},
                                  {calendarClick, 2, 0, false}, {calendarRunning, 0, 2, false},
-                                 {compaction, 1.3, 0, true}};
+                                 {singleRecords, 2, 0, false}, {compaction, 1.3, 0, true}};
     std::ranges::copy(AddProjectBenchmarks(quiet, present.date()), std::back_inserter(limits));
     std::ranges::copy(AddSheetBenchmarks(quiet, present.date()), std::back_inserter(limits));
     std::ranges::copy(AddChartBenchmarks(quiet, present.date()), std::back_inserter(limits));
