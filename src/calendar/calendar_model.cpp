@@ -1,5 +1,7 @@
 #include "calendar/calendar_model.h"
 
+#include "platform/item_rows.h"
+
 #include <utility>
 
 namespace kelvrane {
@@ -11,23 +13,17 @@ const QString dataStatus = QStringLiteral("lblDataStatus");
 const QString monthList = QStringLiteral("MonthList");
 const QString yearList = QStringLiteral("YearList");
 
-struct ControlRow {
-    const char* key;
-    const char* caption;
-    ItemKind kind;
-    const char* image = "";
-};
-constexpr ControlRow controlRows[] = {
-    {"MonthDn", "Previous Month", ItemKind::Button, "prev"},
-    {"MonthList", "Month", ItemKind::DropDown},
-    {"Monthup", "Next Month", ItemKind::Button, "next"},
-    {"YearDn", "Previous Year", ItemKind::Button, "prev"},
-    {"YearList", "Year", ItemKind::DropDown},
-    {"YearUp", "Next Year", ItemKind::Button, "next"},
-    {"MonthYearLabel", "", ItemKind::Text},
-    {"lblShownDay", "", ItemKind::Text},
-    {"lblDataStatus", "No data available", ItemKind::Text},
-    {"lblHint", "", ItemKind::Text},
+constexpr ItemRow controlRows[] = {
+    {.key = "MonthDn", .caption = "Previous Month", .image = "prev"},
+    {.key = "MonthList", .caption = "Month", .kind = ItemKind::DropDown},
+    {.key = "Monthup", .caption = "Next Month", .image = "next"},
+    {.key = "YearDn", .caption = "Previous Year", .image = "prev"},
+    {.key = "YearList", .caption = "Year", .kind = ItemKind::DropDown},
+    {.key = "YearUp", .caption = "Next Year", .image = "next"},
+    {.key = "MonthYearLabel", .kind = ItemKind::Text},
+    {.key = "lblShownDay", .kind = ItemKind::Text},
+    {.key = "lblDataStatus", .caption = "No data available", .kind = ItemKind::Text},
+    {.key = "lblHint", .kind = ItemKind::Text},
 };
 
 struct GroupRow {
@@ -49,16 +45,6 @@ QString keyOf(const GroupRow& row, int group) {
     return QString::fromLatin1(row.key) + QString::number(group);
 }
 
-QList<KeyedItem> controlItems() {
-    QList<KeyedItem> items;
-    for (const ControlRow& row : controlRows)
-        items.append({.key = QString::fromLatin1(row.key),
-                      .caption = QString::fromLatin1(row.caption),
-                      .kind = row.kind,
-                      .image = QString::fromLatin1(row.image)});
-    return items;
-}
-
 } // namespace
 
 CalendarModel::CalendarModel() {
@@ -74,7 +60,7 @@ CalendarModel::CalendarModel() {
 }
 
 void CalendarModel::reset() {
-    controls.refill(controlItems());
+    controls.refill(ItemsOf(controlRows));
     clearGroups();
     DisplayDate = {};
     SelectedDay.clear();

@@ -3,6 +3,7 @@
 #include "collections/current_collection.h"
 #include "frame/error_report.h"
 #include "frame/globals.h"
+#include "platform/item_rows.h"
 #include "platform/ports.h"
 #include "timevalues/time_values.h"
 
@@ -16,19 +17,14 @@ const QString question = QStringLiteral("Label1");
 const QString nameField = QStringLiteral("txtFileName");
 constexpr qsizetype extensionLength = 4; // ".htm"
 
-struct ControlRow {
-    const char* key;
-    const char* caption;
-    ItemKind kind;
-};
-constexpr ControlRow controlRows[] = {
-    {"Label1", "", ItemKind::Text},
-    {"cmdOverwrite", "Overwrite", ItemKind::Button},
-    {"cmdRename", "Rename", ItemKind::Button},
-    {"cmdSkip", "Skip", ItemKind::Button},
-    {"txtFileName", "Please select a new filename:", ItemKind::Edit},
-    {"OKButton", "OK", ItemKind::Button},
-    {"CancelButton", "Cancel", ItemKind::Button},
+constexpr ItemRow controlRows[] = {
+    {.key = "Label1", .kind = ItemKind::Text},
+    {"cmdOverwrite", "Overwrite"},
+    {"cmdRename", "Rename"},
+    {"cmdSkip", "Skip"},
+    {.key = "txtFileName", .caption = "Please select a new filename:", .kind = ItemKind::Edit},
+    {"OKButton", "OK"},
+    {"CancelButton", "Cancel"},
 };
 
 void overwrite() {
@@ -74,10 +70,7 @@ constexpr Command commands[] = {
 } // namespace
 
 FileClash::FileClash() {
-    for (const ControlRow& row : controlRows)
-        controls.append({.key = QString::fromLatin1(row.key),
-                         .caption = QString::fromLatin1(row.caption),
-                         .kind = row.kind});
+    controls.refill(ItemsOf(controlRows));
 }
 
 void FileClash::setRenaming(bool renaming) {

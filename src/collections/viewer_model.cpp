@@ -1,45 +1,31 @@
 #include "collections/viewer_model.h"
 
+#include "platform/item_rows.h"
+
 #include <utility>
 
 namespace kelvrane {
 
 namespace {
 
-struct BarRow {
-    const char* key;
-    const char* caption;
-    ItemKind kind;
-    const char* image;
-    const char* parent;
+constexpr ItemRow barRows[] = {
+    {.key = "FILE", .caption = "File", .kind = ItemKind::SubMenu},
+    {.key = "SAVE", .caption = "Save", .image = "SAVE", .enabled = false, .parent = "FILE"},
+    {.key = "CLOSE", .caption = "Close", .parent = "FILE"},
+    {.key = "DISPLAYMODE", .caption = "Display Mode", .kind = ItemKind::SubMenu},
+    {.key = "DM_VIEW",
+     .caption = "View",
+     .image = "VIEW",
+     .kind = ItemKind::Choice,
+     .parent = "DISPLAYMODE"},
+    {.key = "DM_EDIT", .caption = "Edit", .kind = ItemKind::Choice, .parent = "DISPLAYMODE"},
+    {.key = "DM_PRINT", .caption = "Print", .kind = ItemKind::Choice, .parent = "DISPLAYMODE"},
+    {.key = "P", .caption = "Print", .kind = ItemKind::SubMenu, .visible = false},
+    {.key = "P_DESELECT", .caption = "Deselect All", .image = "DESELECT", .parent = "P"},
+    {.key = "P_SELECT", .caption = "Select All", .image = "SELECT", .parent = "P"},
+    {.key = "P_PRINT", .caption = "Print", .image = "PRINT", .parent = "P"},
+    {.key = "HELP", .caption = "Help", .image = "HELP"},
 };
-constexpr BarRow barRows[] = {
-    {"FILE", "File", ItemKind::SubMenu, "", ""},
-    {"SAVE", "Save", ItemKind::Button, "SAVE", "FILE"},
-    {"CLOSE", "Close", ItemKind::Button, "", "FILE"},
-    {"DISPLAYMODE", "Display Mode", ItemKind::SubMenu, "", ""},
-    {"DM_VIEW", "View", ItemKind::Choice, "VIEW", "DISPLAYMODE"},
-    {"DM_EDIT", "Edit", ItemKind::Choice, "", "DISPLAYMODE"},
-    {"DM_PRINT", "Print", ItemKind::Choice, "", "DISPLAYMODE"},
-    {"P", "Print", ItemKind::SubMenu, "", ""},
-    {"P_DESELECT", "Deselect All", ItemKind::Button, "DESELECT", "P"},
-    {"P_SELECT", "Select All", ItemKind::Button, "SELECT", "P"},
-    {"P_PRINT", "Print", ItemKind::Button, "PRINT", "P"},
-    {"HELP", "Help", ItemKind::Button, "HELP", ""},
-};
-
-QList<KeyedItem> barItems() {
-    QList<KeyedItem> items;
-    for (const BarRow& row : barRows)
-        items.append({.key = QString::fromLatin1(row.key),
-                      .caption = QString::fromLatin1(row.caption),
-                      .kind = row.kind,
-                      .image = QString::fromLatin1(row.image),
-                      .enabled = row.key != std::string_view("SAVE"),
-                      .visible = row.key != std::string_view("P"),
-                      .parent = QString::fromLatin1(row.parent)});
-    return items;
-}
 
 } // namespace
 
@@ -67,7 +53,7 @@ void CollectionViewer::setBusy(bool busy) {
 }
 
 void CollectionViewer::reset() {
-    smuiToolBar.refill(barItems());
+    smuiToolBar.refill(ItemsOf(barRows));
     smuiStatusBar.setValue(QStringLiteral("LOCATION"), {});
     smuiCollections.clear();
     CollectionFiles.clear();

@@ -1,57 +1,43 @@
 #include "frame/tray_menus.h"
 
+#include "platform/item_rows.h"
+
 namespace kelvrane {
 
 namespace {
 
-struct Row {
-    const char* key;
-    const char* caption;
-    ItemKind kind;
-    const char* parent = "";
-    bool enabled = true;
-    bool visible = true;
-};
-
 // mnuFile and its item are never shown and have no action.
-constexpr Row trayRows[] = {
-    {"mnuFile", "File", ItemKind::SubMenu, "", true, false},
-    {"mnuFileExit", "Exit", ItemKind::Button, "mnuFile", true, false},
-    {"mnuAboutKelvrane", "About Kelvrane", ItemKind::Button},
-    {"mnuSystraySep1", "", ItemKind::Separator},
-    {"mnuSystrayViewProjectInfo", "View Control Screen", ItemKind::Button},
-    {"mnuSystraySep2", "", ItemKind::Separator},
-    {"mnuSystrayStatus", "Status", ItemKind::SubMenu},
-    {"mnuSysTrayStart", "Start Timing", ItemKind::Button, "mnuSystrayStatus", false},
-    {"mnuSysTrayStop", "Stop timing", ItemKind::Button, "mnuSystrayStatus"},
-    {"mnuSystraySep3", "", ItemKind::Separator, "mnuSystrayStatus"},
-    {tray_items::Break, "On Break", ItemKind::Button, "mnuSystrayStatus"},
-    {"mnuSystraySep4", "", ItemKind::Separator, "mnuSystrayStatus"},
-    {"mnuSystrayStatusQuitSaveDay", "Quit && Save Day", ItemKind::Button, "mnuSystrayStatus"},
-    {"mnuSystraySep5", "", ItemKind::Separator},
-    {"mnuLaunch", "Launch", ItemKind::SubMenu},
-    {"mnuSysTrayGraph", "Graph", ItemKind::Button, "mnuLaunch"},
-    {"mnuSysTraySpreadsheet", "Spread Sheet", ItemKind::Button, "mnuLaunch"},
-    {"mnuSysTrayDatabase", "Kelvrane Database", ItemKind::Button, "mnuLaunch"},
-    {"mnuSystrayOptions", "Options", ItemKind::Button, "mnuLaunch"},
-    {"mnuDaysInfo", "Day's Info", ItemKind::Button, "mnuLaunch"},
-    {"mnuSystraySep6", "", ItemKind::Separator, "mnuLaunch"},
-    {"mnuCheckForUpdate", "Check For Update", ItemKind::Button, "mnuLaunch"},
-    {"mnuSystraySep7", "", ItemKind::Separator},
-    {"mnuSysTrayExit", "Exit Program", ItemKind::Button},
+constexpr ItemRow trayRows[] = {
+    {.key = "mnuFile", .caption = "File", .kind = ItemKind::SubMenu, .visible = false},
+    {.key = "mnuFileExit", .caption = "Exit", .visible = false, .parent = "mnuFile"},
+    {"mnuAboutKelvrane", "About Kelvrane"},
+    {.key = "mnuSystraySep1", .kind = ItemKind::Separator},
+    {"mnuSystrayViewProjectInfo", "View Control Screen"},
+    {.key = "mnuSystraySep2", .kind = ItemKind::Separator},
+    {.key = "mnuSystrayStatus", .caption = "Status", .kind = ItemKind::SubMenu},
+    {.key = "mnuSysTrayStart",
+     .caption = "Start Timing",
+     .enabled = false,
+     .parent = "mnuSystrayStatus"},
+    {.key = "mnuSysTrayStop", .caption = "Stop timing", .parent = "mnuSystrayStatus"},
+    {.key = "mnuSystraySep3", .kind = ItemKind::Separator, .parent = "mnuSystrayStatus"},
+    {.key = tray_items::Break, .caption = "On Break", .parent = "mnuSystrayStatus"},
+    {.key = "mnuSystraySep4", .kind = ItemKind::Separator, .parent = "mnuSystrayStatus"},
+    {.key = "mnuSystrayStatusQuitSaveDay",
+     .caption = "Quit && Save Day",
+     .parent = "mnuSystrayStatus"},
+    {.key = "mnuSystraySep5", .kind = ItemKind::Separator},
+    {.key = "mnuLaunch", .caption = "Launch", .kind = ItemKind::SubMenu},
+    {.key = "mnuSysTrayGraph", .caption = "Graph", .parent = "mnuLaunch"},
+    {.key = "mnuSysTraySpreadsheet", .caption = "Spread Sheet", .parent = "mnuLaunch"},
+    {.key = "mnuSysTrayDatabase", .caption = "Kelvrane Database", .parent = "mnuLaunch"},
+    {.key = "mnuSystrayOptions", .caption = "Options", .parent = "mnuLaunch"},
+    {.key = "mnuDaysInfo", .caption = "Day's Info", .parent = "mnuLaunch"},
+    {.key = "mnuSystraySep6", .kind = ItemKind::Separator, .parent = "mnuLaunch"},
+    {.key = "mnuCheckForUpdate", .caption = "Check For Update", .parent = "mnuLaunch"},
+    {.key = "mnuSystraySep7", .kind = ItemKind::Separator},
+    {"mnuSysTrayExit", "Exit Program"},
 };
-
-QList<KeyedItem> trayItems() {
-    QList<KeyedItem> items;
-    for (const Row& row : trayRows)
-        items.append({.key = QString::fromLatin1(row.key),
-                      .caption = QString::fromLatin1(row.caption),
-                      .kind = row.kind,
-                      .enabled = row.enabled,
-                      .visible = row.visible,
-                      .parent = QString::fromLatin1(row.parent)});
-    return items;
-}
 
 QList<KeyedItem> recentItems() {
     QList<KeyedItem> items;
@@ -72,7 +58,7 @@ TrayMenus::TrayMenus() {
 }
 
 void TrayMenus::reset() {
-    mnuSysTray.refill(trayItems());
+    mnuSysTray.refill(ItemsOf(trayRows));
     mnuRProjects.refill(recentItems());
 }
 

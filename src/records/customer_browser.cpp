@@ -1,6 +1,7 @@
 #include "records/customer_browser.h"
 
 #include "frame/error_report.h"
+#include "platform/item_rows.h"
 #include "platform/ports.h"
 #include "records/record_panel.h"
 #include "records/record_tables.h"
@@ -11,21 +12,14 @@ namespace kelvrane {
 
 namespace {
 
-struct BarRow {
-    const char* key;
-    const char* caption;
-    const char* toolTip;
-    const char* image;
-    ItemKind kind;
-};
-constexpr BarRow barRows[] = {
-    {"PREVIOUS", "Previous", "Previous record", "prev", ItemKind::Button},
-    {"NEXT", "Next", "Next record", "next", ItemKind::Button},
-    {"RECORDNUM", "Record", "Current record", "", ItemKind::Text},
-    {"SELECT", "Select", "Select customer", "select", ItemKind::Button},
-    {"SHOWFIND", "", "Show/Hide Find", "down", ItemKind::Button}, // no command behind it
-    {"FINDWHAT", "", "Place text to find here", "", ItemKind::Edit},
-    {"FIND", "Find", "Find text in database", "search", ItemKind::Button},
+constexpr ItemRow barRows[] = {
+    {"PREVIOUS", "Previous", "Previous record", "prev"},
+    {"NEXT", "Next", "Next record", "next"},
+    {.key = "RECORDNUM", .caption = "Record", .toolTip = "Current record", .kind = ItemKind::Text},
+    {"SELECT", "Select", "Select customer", "select"},
+    {.key = "SHOWFIND", .toolTip = "Show/Hide Find", .image = "down"}, // no command behind it
+    {.key = "FINDWHAT", .toolTip = "Place text to find here", .kind = ItemKind::Edit},
+    {"FIND", "Find", "Find text in database", "search"},
 };
 
 const QString findWhat = QStringLiteral("FINDWHAT");
@@ -126,14 +120,7 @@ void CustomerBrowser::reset() {
         rows.append(
             {.key = QString::fromLatin1(field.key), .caption = QString::fromLatin1(field.caption)});
     smuiCustInfo.refill(rows);
-    QList<KeyedItem> bar;
-    for (const BarRow& row : barRows)
-        bar.append({.key = QString::fromLatin1(row.key),
-                    .caption = QString::fromLatin1(row.caption),
-                    .kind = row.kind,
-                    .toolTip = QString::fromLatin1(row.toolTip),
-                    .image = QString::fromLatin1(row.image)});
-    SmartStatusBar.refill(bar);
+    SmartStatusBar.refill(ItemsOf(barRows));
 }
 
 CustomerBrowser& Browser() {

@@ -1,76 +1,60 @@
 #include "records/manager_model.h"
 
-#include <span>
+#include "platform/item_rows.h"
 
 namespace kelvrane {
 
 namespace {
 
-struct ItemRow {
-    const char* key;
-    const char* caption;
-    const char* toolTip = "";
-    const char* image = "";
-    ItemKind kind = ItemKind::Button;
-    bool visible = true;
-    bool ticked = false;
-};
-
 constexpr ItemRow toolBarRows[] = {
-    {"CLOSE", "Close", "", "close"},
-    {"HELP", "Help", "", "help"},
+    {.key = "CLOSE", .caption = "Close", .image = "close"},
+    {.key = "HELP", .caption = "Help", .image = "help"},
 };
 constexpr ItemRow progressRows[] = {
-    {"PROGRESS", "", "", "", ItemKind::Progress, false},
+    {.key = "PROGRESS", .kind = ItemKind::Progress, .visible = false},
 };
 constexpr ItemRow tabRows[] = {
     {"OPTIONS", "Options"},
     {"DB Manager", "Database Manager"},
 };
 constexpr ItemRow viewRows[] = {
-    {"SINGLE_VIEW", "Single Record View", "Display each project individually", "record",
-     ItemKind::Choice, true, true},
+    {.key = "SINGLE_VIEW",
+     .caption = "Single Record View",
+     .toolTip = "Display each project individually",
+     .image = "record",
+     .kind = ItemKind::Choice,
+     .ticked = true},
     {"LIST_VIEW", "List View", "Display the projects in a list", "list", ItemKind::Choice},
     {"SELECT", "Select", "Select the current record", "select"},
     {"FIND", "Find", "Show/Hide find tool", "search", ItemKind::Check},
 };
 constexpr ItemRow editRows[] = {
-    {"ADD_NEW", "Add New Project", "", "add"},
-    {"ADD_NEW_CUSTOMER", "Add New Customer", "", "addcustomer", ItemKind::Button, false},
-    {"UPDATE", "Update Info", "", "update"},
-    {"SAVE", "SAVE", "", "save", ItemKind::Button, false},
-    {"CANCEL", "Cancel", "", "cancel", ItemKind::Button, false},
-    {"DELETE", "Delete Record", "", "delete"},
-    {"TABLE", "Table", "", "", ItemKind::DropDown},
+    {.key = "ADD_NEW", .caption = "Add New Project", .image = "add"},
+    {.key = "ADD_NEW_CUSTOMER",
+     .caption = "Add New Customer",
+     .image = "addcustomer",
+     .visible = false},
+    {.key = "UPDATE", .caption = "Update Info", .image = "update"},
+    {.key = "SAVE", .caption = "SAVE", .image = "save", .visible = false},
+    {.key = "CANCEL", .caption = "Cancel", .image = "cancel", .visible = false},
+    {.key = "DELETE", .caption = "Delete Record", .image = "delete"},
+    {.key = "TABLE", .caption = "Table", .kind = ItemKind::DropDown},
 };
 constexpr ItemRow findRows[] = {
-    {"FIND", "Find:", "", "", ItemKind::Edit},
-    {"FIELDS", "Fields:", "", "", ItemKind::DropDown},
-    {"", "Conditions", "", "", ItemKind::Heading},
-    {"CASE SENSITIVE", "Case Sensitive", "", "", ItemKind::Check},
-    {"", "Direction", "", "", ItemKind::Heading},
-    {"SEARCH FORWARD", "Forward", "", "", ItemKind::Choice, true, true},
-    {"SEARCH BACKWARD", "Backward", "", "", ItemKind::Choice},
+    {.key = "FIND", .caption = "Find:", .kind = ItemKind::Edit},
+    {.key = "FIELDS", .caption = "Fields:", .kind = ItemKind::DropDown},
+    {.caption = "Conditions", .kind = ItemKind::Heading},
+    {.key = "CASE SENSITIVE", .caption = "Case Sensitive", .kind = ItemKind::Check},
+    {.caption = "Direction", .kind = ItemKind::Heading},
+    {.key = "SEARCH FORWARD", .caption = "Forward", .kind = ItemKind::Choice, .ticked = true},
+    {.key = "SEARCH BACKWARD", .caption = "Backward", .kind = ItemKind::Choice},
 };
 constexpr ItemRow buttonRows[] = {
     {"CmdUp", "Next record", "Next record", "next"},
     {"cmdDown", "Previous record", "Previous record", "prev"},
-    {"cmdFind", "Find", "", "search"},
+    {.key = "cmdFind", .caption = "Find", .image = "search"},
     {"ImgClose", "Close find window", "Close find window", "close"},
 };
-
-void fill(KeyedItems& items, std::span<const ItemRow> rows) {
-    QList<KeyedItem> list;
-    for (const ItemRow& row : rows)
-        list.append({.key = QString::fromLatin1(row.key),
-                     .caption = QString::fromLatin1(row.caption),
-                     .kind = row.kind,
-                     .toolTip = QString::fromLatin1(row.toolTip),
-                     .image = QString::fromLatin1(row.image),
-                     .visible = row.visible,
-                     .ticked = row.ticked});
-    items.refill(list);
-}
 
 struct EntryItem {
     KeyedItems ManagerModel::*panel;
@@ -96,13 +80,13 @@ ManagerModel::ManagerModel() {
 
 void ManagerModel::reset() {
     state = {};
-    fill(smuiToolBar, toolBarRows);
-    fill(smuiProgress, progressRows);
-    fill(smuiOptions, tabRows);
-    fill(smuiPanel0, viewRows);
-    fill(smuiPanel1, editRows);
-    fill(smuiFind, findRows);
-    fill(buttons, buttonRows);
+    smuiToolBar.refill(ItemsOf(toolBarRows));
+    smuiProgress.refill(ItemsOf(progressRows));
+    smuiOptions.refill(ItemsOf(tabRows));
+    smuiPanel0.refill(ItemsOf(viewRows));
+    smuiPanel1.refill(ItemsOf(editRows));
+    smuiFind.refill(ItemsOf(findRows));
+    buttons.refill(ItemsOf(buttonRows));
     ListView1.clear();
     emit LayoutChanged();
 }

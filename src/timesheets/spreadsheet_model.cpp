@@ -1,44 +1,55 @@
 #include "timesheets/spreadsheet_model.h"
 
+#include "platform/item_rows.h"
+
 #include <utility>
 
 namespace kelvrane {
 
 namespace {
 
-struct BarRow {
-    const char* parent;
-    const char* caption;
-    const char* key;
-    ItemKind kind = ItemKind::Button;
-    const char* image = "";
-    const char* toolTip = "";
-};
 // Keys and texts are as given, odd spellings included.
-constexpr BarRow barRows[] = {
-    {"", "&File", "FILE", ItemKind::SubMenu},
-    {"FILE", "&Calculate", "TIMESHEET_CALCULATE", ItemKind::Button, "CALCULATE"},
-    {"FILE", "&View Setup", "VIEW_TEMPLATE_SETUP"},
-    {"FILE", "Save &As ...", "TIMESHEET_SAVE", ItemKind::Button, "save"},
-    {"FILE", "Save to Collection", "ADDTO_COLLECTION", ItemKind::Button, "BOOK"},
-    {"FILE", "&Print", "TIMESHEET_PRINT", ItemKind::Button, "PRINT"},
-    {"FILE", "E&xit", "EXIT"},
-    {"", "&Template", "TEMPLATE", ItemKind::SubMenu},
-    {"TEMPLATE", "&New", "TEMPLATE_NEW", ItemKind::Button, "NEW", "Create a new template"},
-    {"TEMPLATE", "&Open", "TEMPLATE_OPEN", ItemKind::Button, "OPEN", "Open an existing template"},
-    {"TEMPLATE", "&Save", "TEMPLATE_SAVE", ItemKind::Button, "SAVE",
-     "Save the data to a tempalte file"},
-    {"TEMPLATE", "Sa&ve As ...", "TEMPLATE_SAVE_AS", ItemKind::Button, "BLANK"},
-    {"TEMPLATE", "View &Current", "TEMPALTE_VIEW_CUR", ItemKind::Button, "VIEW",
-     "View Current template"},
-    {"TEMPLATE", "Set as &Default", "TEMPLATE_SET_DEFAULT", ItemKind::Button, "",
-     "Set this template as default"},
-    {"", "Co&llection", "COLLECTION", ItemKind::SubMenu},
-    {"COLLECTION", "Select Location", "SEL_COL_LOC"},
-    {"COLLECTION", "&View Collections", "VIEW_COLLECTION"},
-    {"", "Start Date:", "STARTINGDATE", ItemKind::Button, "", "Select the starting date"},
-    {"", "", "STARTDATE", ItemKind::Text},
-    {"", "Help", "HELP", ItemKind::Button, "HELP"},
+constexpr ItemRow barRows[] = {
+    {.key = "FILE", .caption = "&File", .kind = ItemKind::SubMenu},
+    {.key = "TIMESHEET_CALCULATE", .caption = "&Calculate", .image = "CALCULATE", .parent = "FILE"},
+    {.key = "VIEW_TEMPLATE_SETUP", .caption = "&View Setup", .parent = "FILE"},
+    {.key = "TIMESHEET_SAVE", .caption = "Save &As ...", .image = "save", .parent = "FILE"},
+    {.key = "ADDTO_COLLECTION", .caption = "Save to Collection", .image = "BOOK", .parent = "FILE"},
+    {.key = "TIMESHEET_PRINT", .caption = "&Print", .image = "PRINT", .parent = "FILE"},
+    {.key = "EXIT", .caption = "E&xit", .parent = "FILE"},
+    {.key = "TEMPLATE", .caption = "&Template", .kind = ItemKind::SubMenu},
+    {.key = "TEMPLATE_NEW",
+     .caption = "&New",
+     .toolTip = "Create a new template",
+     .image = "NEW",
+     .parent = "TEMPLATE"},
+    {.key = "TEMPLATE_OPEN",
+     .caption = "&Open",
+     .toolTip = "Open an existing template",
+     .image = "OPEN",
+     .parent = "TEMPLATE"},
+    {.key = "TEMPLATE_SAVE",
+     .caption = "&Save",
+     .toolTip = "Save the data to a tempalte file",
+     .image = "SAVE",
+     .enabled = false,
+     .parent = "TEMPLATE"},
+    {.key = "TEMPLATE_SAVE_AS", .caption = "Sa&ve As ...", .image = "BLANK", .parent = "TEMPLATE"},
+    {.key = "TEMPALTE_VIEW_CUR",
+     .caption = "View &Current",
+     .toolTip = "View Current template",
+     .image = "VIEW",
+     .parent = "TEMPLATE"},
+    {.key = "TEMPLATE_SET_DEFAULT",
+     .caption = "Set as &Default",
+     .toolTip = "Set this template as default",
+     .parent = "TEMPLATE"},
+    {.key = "COLLECTION", .caption = "Co&llection", .kind = ItemKind::SubMenu},
+    {.key = "SEL_COL_LOC", .caption = "Select Location", .parent = "COLLECTION"},
+    {.key = "VIEW_COLLECTION", .caption = "&View Collections", .parent = "COLLECTION"},
+    {"STARTINGDATE", "Start Date:", "Select the starting date"},
+    {.key = "STARTDATE", .kind = ItemKind::Text},
+    {.key = "HELP", .caption = "Help", .image = "HELP"},
 };
 
 struct OptionItem {
@@ -58,15 +69,10 @@ constexpr OptionItem optionItems[] = {
     {"CALCNUMDAYS", "\tCalc # Days", ItemKind::Edit},
 };
 
-struct StatusItem {
-    const char* key;
-    const char* toolTip;
-    ItemKind kind;
-};
-constexpr StatusItem statusItems[] = {
-    {"TEMPLATE_NAME", "Current spreadsheet template", ItemKind::Text},
-    {"COLLECTION_NAME", "Current collection location", ItemKind::Text},
-    {"PROGRESS", "", ItemKind::Progress},
+constexpr ItemRow statusRows[] = {
+    {.key = "TEMPLATE_NAME", .toolTip = "Current spreadsheet template", .kind = ItemKind::Text},
+    {.key = "COLLECTION_NAME", .toolTip = "Current collection location", .kind = ItemKind::Text},
+    {.key = "PROGRESS", .kind = ItemKind::Progress},
 };
 
 } // namespace
@@ -78,16 +84,7 @@ SpreadsheetModel::SpreadsheetModel() {
 void SpreadsheetModel::reset() {
     state = {};
     state.caption = SheetCaption;
-    QList<KeyedItem> bar;
-    for (const BarRow& row : barRows)
-        bar.append({.key = QString::fromLatin1(row.key),
-                    .caption = QString::fromLatin1(row.caption),
-                    .kind = row.kind,
-                    .toolTip = QString::fromLatin1(row.toolTip),
-                    .image = QString::fromLatin1(row.image),
-                    .parent = QString::fromLatin1(row.parent)});
-    SmartToolBar.refill(bar);
-    SmartToolBar.setEnabled(QStringLiteral("TEMPLATE_SAVE"), false);
+    SmartToolBar.refill(ItemsOf(barRows));
     QList<KeyedItem> options;
     for (const OptionItem& row : optionItems) {
         const QString values = QString::fromLatin1(row.values);
@@ -99,12 +96,7 @@ void SpreadsheetModel::reset() {
                         .choices = choices});
     }
     SmartToolbox.refill(options);
-    QList<KeyedItem> status;
-    for (const StatusItem& row : statusItems)
-        status.append({.key = QString::fromLatin1(row.key),
-                       .kind = row.kind,
-                       .toolTip = QString::fromLatin1(row.toolTip)});
-    smuiStatusBar.refill(status);
+    smuiStatusBar.refill(ItemsOf(statusRows));
     ss1.setHTMLData({});
     emit LayoutChanged();
 }
