@@ -158,10 +158,17 @@ std::optional<QString> MessageBoxes::runFileDialog(const FileQuestion& question,
 }
 
 int MessageBoxes::run(QDialog* dialog) {
+    if (m_shutDown)
+        return QDialog::Rejected;
     m_open.append(dialog);
     const int result = dialog->exec();
     m_open.removeIf([dialog](const QPointer<QDialog>& open) { return !open || open == dialog; });
     return result;
+}
+
+void MessageBoxes::shutDown() {
+    m_shutDown = true;
+    closeAll();
 }
 
 void MessageBoxes::closeAll() {

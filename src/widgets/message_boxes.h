@@ -25,6 +25,9 @@ class MessageBoxes : public Dialogs {
 
     /// Closes every open box as if by its frame; the calls that wait return one after the other.
     void closeAll();
+    /// closeAll, and whatever is asked from now on is answered as if by its frame, unseen: nobody
+    /// is there any more, and the process must end.
+    void shutDown();
     bool isOpen() const { return !m_open.isEmpty(); }
 
   private:
@@ -32,6 +35,7 @@ class MessageBoxes : public Dialogs {
     int run(QDialog* dialog);
 
     QList<QPointer<QDialog>> m_open; ///< the innermost last
+    bool m_shutDown = false;
 };
 
 } // namespace kelvrane

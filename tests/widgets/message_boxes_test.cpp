@@ -92,6 +92,10 @@ TEST(MessageBoxesTest, CloseAllEndsNestedBoxesAsCancelled) {
     FileQuestion question;
     question.filter = "Database Files ( *.mdb ) |*.mdb";
     EXPECT_EQ(boxes.openFile(question), std::nullopt);
+
+    boxes.shutDown(); // nobody is there any more: what comes later doesn't wait
+    EXPECT_EQ(boxes.ask({.text = "late", .buttons = BoxButtons::YesNoCancel}), BoxAnswer::Cancel);
+    EXPECT_EQ(boxes.saveFile(question), std::nullopt);
 }
 
 TEST(MessageBoxesTest, ABoxWhoseWindowGoesIsCancelled) {
