@@ -160,11 +160,6 @@ void Connection::commit() {
     m_inTransaction = false;
 }
 
-void Connection::rollback() {
-    m_inTransaction = false;
-    execute(QStringLiteral("ROLLBACK"));
-}
-
 void RaiseSql(const QSqlQuery& query) {
     const QSqlError error = query.lastError();
     Raise(errors::Sql, error.databaseText().isEmpty() ? error.driverText() : error.databaseText(),

@@ -47,7 +47,6 @@ class Connection {
     /// Beginning takes the write lock at once, so no statement in between can wait for it.
     void begin();
     void commit();
-    void rollback();
 
     /// A statement with ? for its values, prepared once for the connection's life. Reset it with
     /// finish() after use. Raises Sql.

@@ -184,4 +184,9 @@ inline BoxAnswer MsgBox(const QString& text, const QString& title = {},
         {text, title.isEmpty() ? QStringLiteral("Kelvrane") : title, icon, buttons});
 }
 
+/// Asks a question with Yes and No. False also when it is closed by its frame.
+inline bool Agrees(const QString& question, const QString& title) {
+    return MsgBox(question, title, BoxIcon::Question, BoxButtons::YesNo) == BoxAnswer::Yes;
+}
+
 } // namespace kelvrane

@@ -14,10 +14,6 @@ namespace kelvrane {
 
 namespace {
 
-QString rowText(const char* key) {
-    return RecordPanel().value(QString::fromLatin1(key));
-}
-
 bool isEmpty(const QString& text) {
     return text.isEmpty();
 }
@@ -53,9 +49,9 @@ constexpr CustomerStep customerSteps[] = {
 bool runCustomerStep(const CustomerStep& row, SkipErrors& step) {
     bool refused = false;
     step([&] {
-        refused = row.refuses && row.refuses(rowText(row.tested));
+        refused = row.refuses && row.refuses(PanelText(row.tested));
         if (!refused && row.field)
-            CustomerRecords().setValue(QString::fromLatin1(row.field), rowText(row.row));
+            CustomerRecords().setValue(QString::fromLatin1(row.field), PanelText(row.row));
     });
     if (refused)
         ShowInvalidEntry(QString::fromLatin1(row.message));
@@ -167,8 +163,8 @@ std::optional<Int16> CheckCustomerChanged() {
     const TablesInUse tables;
     bool dirty = CustomerRecords().hasPendingChanges();
     for (const PanelField& field : CustomerFields())
-        dirty =
-            dirty || rowText(field.key) != CustomerRecords().text(QString::fromLatin1(field.field));
+        dirty = dirty ||
+                PanelText(field.key) != CustomerRecords().text(QString::fromLatin1(field.field));
     if (!dirty || !record_steps::saveWanted() || tables.gone())
         return std::nullopt;
     return SaveNewCustomerProject();

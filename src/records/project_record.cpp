@@ -13,10 +13,6 @@ namespace kelvrane {
 
 namespace {
 
-QString rowText(const char* key) {
-    return RecordPanel().value(QString::fromLatin1(key));
-}
-
 void writeField(const char* field, const QVariant& value) {
     ProjectRecords().setValue(QString::fromLatin1(field), value);
 }
@@ -63,7 +59,7 @@ constexpr PanelField comparedFields[] = {
 bool runProjectStep(const ProjectStep& row, SkipErrors& step) {
     bool refused = false;
     step([&] {
-        const QString text = rowText(row.row);
+        const QString text = PanelText(row.row);
         refused = row.refuses && row.refuses(text);
         if (!refused && row.field)
             writeField(row.field, text.isEmpty() ? QString::fromLatin1(row.whenEmpty) : text);
@@ -77,7 +73,7 @@ bool runProjectStep(const ProjectStep& row, SkipErrors& step) {
 /// exists.
 void writeCustomer(SkipErrors& step) {
     const bool unassigned = step.condition([] {
-        const QString shown = rowText("CUSTID_SHOW");
+        const QString shown = PanelText("CUSTID_SHOW");
         return shown.isEmpty() || shown == NotAssigned;
     });
     if (unassigned) {
@@ -89,9 +85,9 @@ void writeCustomer(SkipErrors& step) {
     if (onRow) {
         step([] {
             writeField("CustomerID",
-                       QString(rowText("CUSCOMPANY") + u" - " + rowText("CUSLASTNAME")));
+                       QString(PanelText("CUSCOMPANY") + u" - " + PanelText("CUSLASTNAME")));
         });
-        step([] { writeField("CustInfoDBID", int(ToInt16(rowText("CUSTID_HIDE")))); });
+        step([] { writeField("CustInfoDBID", int(ToInt16(PanelText("CUSTID_HIDE")))); });
         return;
     }
     const TablesInUse tables;
@@ -138,8 +134,7 @@ bool record_steps::mayDelete(bool tableIsEmpty) {
 }
 
 bool record_steps::saveWanted() {
-    return MsgBox(QStringLiteral("Save changes to the entry?"), QStringLiteral("Save Changes?"),
-                  BoxIcon::Question, BoxButtons::YesNo) == BoxAnswer::Yes;
+    return Agrees(QStringLiteral("Save changes to the entry?"), QStringLiteral("Save Changes?"));
 }
 
 void AddNewRecord(Int16 customer) {
@@ -223,8 +218,8 @@ std::optional<Int16> CheckProjectChanged() {
     Recordset& records = ProjectRecords();
     bool dirty = records.hasPendingChanges(); // left by a save that was refused
     for (const PanelField& field : comparedFields)
-        dirty = dirty || rowText(field.key) != records.text(QString::fromLatin1(field.field));
-    const QString customer = rowText("CUSTID_SHOW");
+        dirty = dirty || PanelText(field.key) != records.text(QString::fromLatin1(field.field));
+    const QString customer = PanelText("CUSTID_SHOW");
     dirty = dirty ||
             (customer != records.text(QStringLiteral("CustomerID")) && customer != NotAssigned);
     if (!dirty || !record_steps::saveWanted() || tables.gone())

@@ -125,6 +125,10 @@ KeyedItems& RecordPanel() {
     return panel;
 }
 
+QString PanelText(const char* key) {
+    return RecordPanel().value(QString::fromLatin1(key));
+}
+
 std::span<const PanelField> CustomerFields() {
     return customerFields;
 }

@@ -15,6 +15,8 @@ namespace kelvrane {
 
 /// The items of smuiDataBase.
 KeyedItems& RecordPanel();
+/// What stands in a row of the panel. Raises BadArgument for a row that isn't drawn.
+QString PanelText(const char* key);
 
 inline const QString NotAssigned = QStringLiteral("< Not Assigned >");
 

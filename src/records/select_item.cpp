@@ -35,10 +35,6 @@ Choice recordChoice() {
             records.text(project_column::Active)};
 }
 
-bool agrees(const QString& title, const QString& question) {
-    return MsgBox(question, title, BoxIcon::Question, BoxButtons::YesNo) == BoxAnswer::Yes;
-}
-
 bool isRunning(const Choice& choice) {
     if (CurrentEntryIndex < 0)
         return false;
@@ -50,14 +46,14 @@ bool isRunning(const Choice& choice) {
 /// The two questions. A No to the first also forgets that a selection was made.
 bool wanted(const Choice& choice, SkipErrors& step) {
     if (step.condition([&] { return isRunning(choice); }) &&
-        !agrees(QStringLiteral("Duplicate Project"),
-                QStringLiteral("The project is currently active.  Add project again?"))) {
+        !Agrees(QStringLiteral("The project is currently active.  Add project again?"),
+                QStringLiteral("Duplicate Project"))) {
         ItemSelected = false;
         return false;
     }
     return choice.active != BooleanText(false) ||
-           agrees(QStringLiteral("Inactive Project"),
-                  QStringLiteral("This is an inactive project, would you still like to continue?"));
+           Agrees(QStringLiteral("This is an inactive project, would you still like to continue?"),
+                  QStringLiteral("Inactive Project"));
 }
 
 void give(const SelectionSink& sink, const Choice& choice) {

@@ -78,12 +78,10 @@ void InitializeDayInfo() {
         if (!isEmpty)
             return;
         LogStep(QStringLiteral("Recordcount = 0"));
-        const BoxAnswer answer =
-            MsgBox(QStringLiteral("Kelvrane can create example fictitious data to help get "
+        if (Agrees(QStringLiteral("Kelvrane can create example fictitious data to help get "
                                   "acquainted with kelvrane.  Would you like to generate this "
                                   "data?"),
-                   QStringLiteral("Generate initial data?"), BoxIcon::Question, BoxButtons::YesNo);
-        if (answer == BoxAnswer::Yes)
+                   QStringLiteral("Generate initial data?")))
             GenerateExampleData();
     });
 }

@@ -6,6 +6,7 @@
 #include "platform/ports.h"
 #include "platform/texts.h"
 #include "records/record_tables.h"
+#include "timesheets/database_list_file.h"
 #include "timesheets/sheet_context.h"
 #include "timesheets/sheet_files.h"
 #include "timesheets/template_scan.h"
@@ -26,10 +27,6 @@ const QString dayFormat = QStringLiteral("d mmm");
 
 QString dataFile(const QString& id) {
     return AppPath() + QLatin1Char('/') + id + QStringLiteral(".dat");
-}
-
-QString cellName(int column, int row) {
-    return At(ColumnLetters, column) + QString::number(row);
 }
 
 /// Deals rows out to the files of their customers; the files are written at the end.
@@ -107,13 +104,13 @@ void dealOut(SheetContext& context, Connection& history, QDate endDate, Deal& de
 
 /// False ends the calculation: a database can't be opened.
 bool dealOutEach(SheetContext& context, QDate endDate, Deal& deal, CalculationErrors& errors) {
-    QStringList lines;
-    errors.step([&] { lines = ReadDatabaseLines(); });
+    QList<QStringList> lines;
+    errors.step([&] { lines = database_list_file::Lines(); });
     for (int item = 0; item < context.isAccepted.size(); ++item) {
         if (!context.isAccepted[item])
             continue;
         DatabaseLine line;
-        if (!errors.step([&] { line = ReadDatabaseLine(lines, item); }))
+        if (!errors.step([&] { line = DatabaseOfItem(lines, item); }))
             continue;
         try {
             Connection history(line.path);
@@ -164,12 +161,12 @@ void writeAmount(SheetContext& context, Recordset& projects, const QStringList& 
     const SSVariable& total = SSVariables[anchor::Total];
     const double price = numberOrNothing(projects, QStringLiteral("Rate"));
     if (rate.Col > 0)
-        context.sheet.Range(cellName(rate.Col, rate.Row + offset))
+        context.sheet.Range(CellName(rate.Col, rate.Row + offset))
             .setValue(FormatCellValue(price * (100 - discount) / 100, amountFormat));
     if (total.Col > 0) {
-        const SheetRange cell = context.sheet.Range(cellName(total.Col, total.Row + offset));
-        cell.setValue(QStringLiteral("=(") + cellName(hours.Col, hours.Row + offset) +
-                      QLatin1Char('*') + cellName(rate.Col, rate.Row + offset) + QLatin1Char(')'));
+        const SheetRange cell = context.sheet.Range(CellName(total.Col, total.Row + offset));
+        cell.setValue(QStringLiteral("=(") + CellName(hours.Col, hours.Row + offset) +
+                      QLatin1Char('*') + CellName(rate.Col, rate.Row + offset) + QLatin1Char(')'));
         const QString amount = cell.Value();
         cell.setValue(IsNumeric(amount) ? FormatCellValue(ToDouble(amount), amountFormat) : amount);
     }
@@ -181,13 +178,13 @@ void writeLine(SheetContext& context, Recordset& projects, const QStringList& li
     const SSVariable& name = SSVariables[anchor::Name];
     const SSVariable& hours = SSVariables[anchor::Hours];
     if (day.Col != -1) {
-        const SheetRange cell = context.sheet.Range(cellName(day.Col, day.Row + offset));
+        const SheetRange cell = context.sheet.Range(CellName(day.Col, day.Row + offset));
         cell.setNumberFormat(dayFormat);
         const QDate date = DateFromText(At(line, 0));
         cell.setValue(date.isValid() ? FormatCellValue(DateSerial(date), dayFormat) : line[0]);
     }
-    context.sheet.Range(cellName(name.Col, name.Row + offset)).setValue(At(line, 1));
-    const SheetRange cell = context.sheet.Range(cellName(hours.Col, hours.Row + offset));
+    context.sheet.Range(CellName(name.Col, name.Row + offset)).setValue(At(line, 1));
+    const SheetRange cell = context.sheet.Range(CellName(hours.Col, hours.Row + offset));
     cell.setValue(RoundToIncrement(float(ToDouble(At(line, 3))), increment));
     cell.setHorizontalAlignment(SheetRange::Center);
     writeAmount(context, projects, line, offset, discount);

@@ -84,8 +84,7 @@ void cancelHelper() {
     const QString question = Databases().DBModType == modifying
                                  ? QStringLiteral("Cancel modify database?")
                                  : QStringLiteral("Cancel add new database?");
-    if (MsgBox(question, QStringLiteral("Cancel operation"), BoxIcon::Question,
-               BoxButtons::YesNo) == BoxAnswer::Yes)
+    if (Agrees(question, QStringLiteral("Cancel operation")))
         closeHelper();
 }
 

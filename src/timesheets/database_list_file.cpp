@@ -38,8 +38,12 @@ void writeLines(const QByteArrayList& lines) {
     ports.files->writeAtomically(filePath(), bytes);
 }
 
+QStringList fieldsOf(const QByteArray& line) {
+    return FromFileBytes(line).split(QLatin1Char(';'));
+}
+
 ListedDatabase parsed(const QByteArray& line) {
-    const QStringList fields = FromFileBytes(line).split(QLatin1Char(';'));
+    const QStringList fields = fieldsOf(line);
     const bool declined = fields.value(2) == database_state::Decline;
     return {fields.value(0), fields.value(1),
             declined ? database_state::Decline : database_state::Accept};
@@ -53,10 +57,10 @@ QByteArray lineOf(const ListedDatabase& database) {
 
 } // namespace
 
-QList<ListedDatabase> Lines() {
-    QList<ListedDatabase> lines;
+QList<QStringList> Lines() {
+    QList<QStringList> lines;
     for (const QByteArray& line : readLines())
-        lines.append(parsed(line));
+        lines.append(fieldsOf(line));
     return lines;
 }
 

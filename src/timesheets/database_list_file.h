@@ -30,8 +30,9 @@ namespace kelvrane::database_list_file {
 
 /// The databases of all lines that aren't blank, in order. Fields that a line lacks are empty.
 QList<ListedDatabase> Read();
-/// All lines, blank ones too, as calculations take them: line by line beside the items of the list.
-QList<ListedDatabase> Lines();
+/// The fields of all lines, blank ones too. Calculations take them by number beside the items of
+/// the list.
+QList<QStringList> Lines();
 /// True when a line has exactly this path.
 bool Lists(const QString& location);
 

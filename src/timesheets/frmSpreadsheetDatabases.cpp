@@ -216,7 +216,7 @@ class DatabaseView final : public QListView {
 
 } // namespace
 
-frmSpreadsheetDatabases::frmSpreadsheetDatabases(QWidget* parent) : QWidget(parent) {
+frmSpreadsheetDatabases::frmSpreadsheetDatabases(QWidget* parent) : Card(parent) {
     WireDatabaseList();
     setObjectName(QStringLiteral("smuiSelectDBs"));
     const QString heading = QStringLiteral("Select Databases");
@@ -244,14 +244,6 @@ QRect frmSpreadsheetDatabases::rowRect(const QString& key) const {
 
 QSize frmSpreadsheetDatabases::sizeHint() const {
     return startSize;
-}
-
-void frmSpreadsheetDatabases::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(QPalette::Base));
-    painter.drawRoundedRect(rect(), theme::Step, theme::Step);
 }
 
 } // namespace kelvrane

@@ -2,13 +2,13 @@
 // files.
 #pragma once
 
-#include <QWidget>
+#include "widgets/card.h"
 
 class QListView;
 
 namespace kelvrane {
 
-class frmSpreadsheetDatabases : public QWidget {
+class frmSpreadsheetDatabases : public Card {
     Q_OBJECT
   public:
     explicit frmSpreadsheetDatabases(QWidget* parent = nullptr);
@@ -17,9 +17,6 @@ class frmSpreadsheetDatabases : public QWidget {
     QRect rowRect(const QString& key) const;
 
     QSize sizeHint() const override;
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
 
   private:
     QListView* m_view; ///< on the left edge; its viewport takes the mouse

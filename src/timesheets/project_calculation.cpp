@@ -5,6 +5,7 @@
 #include "platform/ports.h"
 #include "platform/recordset.h"
 #include "platform/texts.h"
+#include "timesheets/database_list_file.h"
 #include "timesheets/sheet_context.h"
 #include "timesheets/sheet_files.h"
 #include "timesheets/template_variables.h"
@@ -20,11 +21,6 @@ namespace {
 
 constexpr int totalColumns = 7; // a week of day columns, whatever the period
 
-/// "C5"; raises Subscript for a column beyond the table of letters.
-QString cellName(int column, int row) {
-    return At(ColumnLetters, column) + QString::number(row);
-}
-
 void writeHours(SheetContext& context, Recordset& rows, int project, const QString& increment,
                 CalculationErrors& errors) {
     const SSVariable& hours = SSVariables[anchor::Hours];
@@ -35,7 +31,7 @@ void writeHours(SheetContext& context, Recordset& rows, int project, const QStri
                                    ToDouble(rows.text(QStringLiteral("BreakTime")));
             const qint64 day = start.daysTo(rows.value(QStringLiteral("Date")).toDate());
             const SheetRange cell =
-                context.sheet.Range(cellName(int(hours.Col + day), hours.Row + project));
+                context.sheet.Range(CellName(int(hours.Col + day), hours.Row + project));
             cell.setValue(RoundToIncrement(float(minutes), increment));
             cell.setHorizontalAlignment(SheetRange::Center);
         });
@@ -49,12 +45,12 @@ void writeProject(SheetContext& context, Connection& history, int project, QDate
     const SSVariable& name = SSVariables[anchor::Name];
     const SSVariable& number = SSVariables[anchor::Number];
     errors.step([&] {
-        context.sheet.Range(cellName(name.Col, name.Row + project))
+        context.sheet.Range(CellName(name.Col, name.Row + project))
             .setValue(QLatin1Char('\'') + ProjectNames[project]);
     });
     if (HasNumberColumn)
         errors.step([&] {
-            context.sheet.Range(cellName(number.Col, number.Row + project))
+            context.sheet.Range(CellName(number.Col, number.Row + project))
                 .setValue(QLatin1Char('\'') + ProjectNumbers[project]);
         });
     errors.step([&] {
@@ -99,7 +95,7 @@ bool fillFrom(SheetContext& context, const DatabaseLine& line, Connection& histo
 }
 
 /// False ends the calculation: the database can't be opened.
-bool fillEach(SheetContext& context, const QStringList& lines, QDate endDate,
+bool fillEach(SheetContext& context, const QList<QStringList>& lines, QDate endDate,
               const QString& increment, CalculationErrors& errors) {
     // From memory: a copy that can't be read would lay one database's hours over another's.
     const QString scanned = context.sheet.HTMLData();
@@ -109,7 +105,7 @@ bool fillEach(SheetContext& context, const QStringList& lines, QDate endDate,
         ProjectNames.clear();
         ProjectNumbers.clear();
         DatabaseLine line;
-        if (!errors.step([&] { line = ReadDatabaseLine(lines, item); }))
+        if (!errors.step([&] { line = DatabaseOfItem(lines, item); }))
             continue;
         QString own = scanned;
         own.replace(QLatin1String("#ALIAS#"), line.alias);
@@ -136,8 +132,8 @@ void SetUpByProjectCalculations(SheetContext& context, QDate endDate, const QStr
     CalculationErrors errors(QStringLiteral("SetUpByProjectCalculations"));
     const QString scanned = InAppPath(QString::fromLatin1(sheet_files::ScannedTemplate));
     errors.step([&] { ports.files->create(scanned, SheetFileBytes(context.sheet)); });
-    QStringList lines;
-    errors.step([&] { lines = ReadDatabaseLines(); });
+    QList<QStringList> lines;
+    errors.step([&] { lines = database_list_file::Lines(); });
     if (fillEach(context, lines, endDate, increment, errors))
         errors.step([&] { ports.files->remove(scanned, true); });
 }
@@ -149,9 +145,9 @@ void WriteRowTotals(SheetContext& context) {
     if (under.Row < 1)
         return;
     for (int row = hours.Row; row < under.Row; ++row) {
-        const SheetRange total = context.sheet.Range(cellName(under.Col + totalColumns, row));
-        total.setFormula(QStringLiteral("=SUM(") + cellName(hours.Col, row) + QLatin1Char(':') +
-                         cellName(behind.Col - 1, row) + QLatin1Char(')'));
+        const SheetRange total = context.sheet.Range(CellName(under.Col + totalColumns, row));
+        total.setFormula(QStringLiteral("=SUM(") + CellName(hours.Col, row) + QLatin1Char(':') +
+                         CellName(behind.Col - 1, row) + QLatin1Char(')'));
         total.setHorizontalAlignment(SheetRange::Center);
         if (total.Value() == u"0")
             total.setValue(QString());
@@ -165,9 +161,9 @@ void WriteColumnTotals(SheetContext& context) {
     if (behind.Row < 1)
         return;
     for (int column = under.Col; column < behind.Col; ++column) {
-        const SheetRange total = context.sheet.Range(cellName(column, under.Row));
-        total.setFormula(QStringLiteral("=SUM(") + cellName(column, hours.Row) + QLatin1Char(':') +
-                         cellName(column, under.Row - 1) + QLatin1Char(')'));
+        const SheetRange total = context.sheet.Range(CellName(column, under.Row));
+        total.setFormula(QStringLiteral("=SUM(") + CellName(column, hours.Row) + QLatin1Char(':') +
+                         CellName(column, under.Row - 1) + QLatin1Char(')'));
         total.setHorizontalAlignment(SheetRange::Center);
     }
 }

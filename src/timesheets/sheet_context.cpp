@@ -1,9 +1,7 @@
 #include "timesheets/sheet_context.h"
 
 #include "frame/error_report.h"
-#include "frame/program_folder.h"
 #include "platform/ports.h"
-#include "platform/texts.h"
 
 namespace kelvrane {
 
@@ -32,16 +30,9 @@ void TellMissingDatabase(const QString& path) {
            QStringLiteral("Invalid file path"), BoxIcon::Stop);
 }
 
-DatabaseLine ReadDatabaseLine(const QStringList& lines, int item) {
-    const QStringList fields = At(lines, item).split(QLatin1Char(';'));
+DatabaseLine DatabaseOfItem(const QList<QStringList>& lines, int item) {
+    const QStringList& fields = At(lines, item);
     return {At(fields, 0), At(fields, 1)};
-}
-
-QStringList ReadDatabaseLines() {
-    QString text =
-        FromFileBytes(ports.files->read(InAppPath(QString::fromLatin1(files::DatabaseList))));
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    return text.split(QLatin1Char('\n'));
 }
 
 } // namespace kelvrane

@@ -43,14 +43,13 @@ class CalculationErrors {
 /// Tells that the database isn't there, in the given words.
 void TellMissingDatabase(const QString& path);
 
-/// Line number i of the list file belongs to item i, blank lines and all: its fields alias and
-/// path. Raises Subscript for a line that isn't there or has too few fields.
+/// What line number i of the list file says of item i, blank lines and all.
 struct DatabaseLine {
     QString alias;
     QString path;
 };
-DatabaseLine ReadDatabaseLine(const QStringList& lines, int item);
-/// The physical lines of the list file. Raises FileNotFound.
-QStringList ReadDatabaseLines();
+/// Of the lines as database_list_file::Lines() gives them. Raises Subscript for a line that isn't
+/// there or has too few fields.
+DatabaseLine DatabaseOfItem(const QList<QStringList>& lines, int item);
 
 } // namespace kelvrane

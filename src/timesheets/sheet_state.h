@@ -1,6 +1,7 @@
 // What the timesheets remember for the whole process. Reset as a whole by sheetState = {}.
 #pragma once
 
+#include "platform/error.h"
 #include "platform/int16.h"
 
 #include <QList>
@@ -41,6 +42,11 @@ struct SheetState {
 };
 
 inline SheetState sheetState;
+
+/// "C5" of a 0-based column and a 1-based row; raises Subscript for a column beyond the letters.
+inline QString CellName(int column, int row) {
+    return At(sheetState.ColumnLetters, column) + QString::number(row);
+}
 
 inline auto& ColumnLetters = sheetState.ColumnLetters;
 inline auto& ReservedVariables = sheetState.ReservedVariables;

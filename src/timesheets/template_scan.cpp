@@ -17,7 +17,7 @@ template <typename Visit>
 void forEachCell(Spreadsheet& ss1, int columns, Visit&& visit) {
     for (int column = 0; column < columns; ++column)
         for (int row = 1; row <= rows; ++row)
-            visit(ss1.Range(At(ColumnLetters, column) + QString::number(row)), column, row);
+            visit(ss1.Range(CellName(column, row)), column, row);
 }
 
 bool isFormula(const SheetRange& cell) {

@@ -71,12 +71,6 @@ void writeRows(QDate day, const QList<DayProjectSummary>& summaries) {
     }
 }
 
-int findFromFirst(Recordset& rows, const QString& criterion) {
-    rows.moveFirst();
-    rows.find(criterion);
-    return rows.position();
-}
-
 } // namespace
 
 void AddDataToDayInfoDataBase() {
@@ -115,11 +109,9 @@ void TellMissingDayHistory() {
 }
 
 int FindRecordByDate(Recordset& rows, QDate Date) {
-    return findFromFirst(rows, QStringLiteral("Date = '") + DateText(Date) + QLatin1Char('\''));
-}
-
-int FindRecordByID(Recordset& rows, qint32 ID) {
-    return findFromFirst(rows, QStringLiteral("ID = '") + QString::number(ID) + QLatin1Char('\''));
+    rows.moveFirst();
+    rows.find(QStringLiteral("Date = '") + DateText(Date) + QLatin1Char('\''));
+    return rows.position();
 }
 
 QString PeriodQuery(QDate From, QDate To) {

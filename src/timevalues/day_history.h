@@ -35,10 +35,8 @@ bool DayHistoryExists();
 /// The message box for a history that isn't there.
 void TellMissingDayHistory();
 
-/// Moves to the first row with that date or key, searching from the first row; returns the
-/// position.
+/// Moves to the first row with that date, searching from the first row; returns the position.
 int FindRecordByDate(Recordset& rows, QDate Date);
-int FindRecordByID(Recordset& rows, qint32 ID);
 
 /// "SELECT * FROM DayInfo WHERE Date BETWEEN ..." over From to To, both included, by ProjectName.
 QString PeriodQuery(QDate From, QDate To);

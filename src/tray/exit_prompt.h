@@ -26,7 +26,6 @@ class ExitPrompt : public QObject {
     KeyedItems controls;
 
     const QString& caption() const { return m_caption; }
-    int remainingMinutes() const { return RemainingMinutes; }
     bool isEditing() const { return m_editing; }
 
   signals:

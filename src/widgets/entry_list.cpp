@@ -176,7 +176,7 @@ class EntryView final : public QListView {
 };
 
 EntryList::EntryList(KeyedItems* items, const QString& heading, QWidget* parent)
-    : QWidget(parent), m_items(items), m_heading(new HeadingLine(heading, this)),
+    : Card(parent), m_items(items), m_heading(new HeadingLine(heading, this)),
       m_view(new EntryView(items, this)) {
     m_view->setAccessibleName(heading);
     setAccessibleName(heading);
@@ -213,14 +213,6 @@ QRect EntryList::rowRect(const QString& key) const {
 
 QWidget* EntryList::viewport() const {
     return m_view->viewport();
-}
-
-void EntryList::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(QPalette::Base));
-    painter.drawRoundedRect(rect(), theme::Step, theme::Step);
 }
 
 } // namespace kelvrane

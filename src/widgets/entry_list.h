@@ -5,8 +5,7 @@
 #pragma once
 
 #include "platform/keyed_items.h"
-
-#include <QWidget>
+#include "widgets/card.h"
 
 class QModelIndex;
 
@@ -15,7 +14,7 @@ namespace kelvrane {
 class EntryView;
 class HeadingLine;
 
-class EntryList : public QWidget {
+class EntryList : public Card {
     Q_OBJECT
   public:
     /// The items outlive the list. A row that is chosen, by mouse or arrow keys, selects its item;
@@ -37,9 +36,6 @@ class EntryList : public QWidget {
   signals:
     /// The right button, or the context-menu key; the key is "" beside the rows.
     void contextMenuWanted(const QString& key, const QPoint& globalPosition);
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
 
   private:
     QModelIndex indexOf(const QString& key) const;

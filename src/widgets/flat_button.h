@@ -14,7 +14,6 @@ class FlatButton : public QToolButton {
     void setCaption(const QString& caption);
     QString caption() const { return m_caption; }
     void setWordShown(bool shown);
-    bool isWordShown() const { return m_wordShown; }
     /// Side on which icon and word stand; the middle unless set.
     void setContentAlignment(Qt::Alignment alignment);
     /// The tool tip; while the word isn't shown, the word comes first.

@@ -10,8 +10,7 @@
 namespace kelvrane {
 
 KeyedPanel::KeyedPanel(KeyedItems* items, const QString& heading, QWidget* parent)
-    : QWidget(parent), m_heading(new HeadingLine(heading, this)),
-      m_view(new PanelView(items, this)) {
+    : Card(parent), m_heading(new HeadingLine(heading, this)), m_view(new PanelView(items, this)) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 1, 0, theme::Step);
     layout->setSpacing(theme::Step / 2);
@@ -52,12 +51,6 @@ QString KeyedPanel::heading() const {
     return m_heading->text();
 }
 
-void KeyedPanel::setHeading(const QString& heading) {
-    m_heading->setText(heading);
-    m_view->setAccessibleName(m_heading->text());
-    setAccessibleName(m_heading->text());
-}
-
 QRect KeyedPanel::rowRect(const QString& key) const {
     const QRect row = m_view->rowRect(key);
     return row.isEmpty() ? row : row.translated(m_view->viewport()->mapTo(this, QPoint()));
@@ -84,14 +77,6 @@ QSize KeyedPanel::sizeHint() const {
 QSize KeyedPanel::minimumSizeHint() const {
     const int heading = m_heading->text().isEmpty() ? 0 : m_heading->sizeHint().height();
     return {160, heading + theme::RowHeight + theme::Margin};
-}
-
-void KeyedPanel::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(QPalette::Base));
-    painter.drawRoundedRect(rect(), theme::Step, theme::Step);
 }
 
 } // namespace kelvrane

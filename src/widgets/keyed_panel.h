@@ -5,16 +5,16 @@
 #pragma once
 
 #include "platform/keyed_items.h"
+#include "widgets/card.h"
 
 #include <QStringList>
-#include <QWidget>
 
 namespace kelvrane {
 
 class HeadingLine;
 class PanelView;
 
-class KeyedPanel : public QWidget {
+class KeyedPanel : public Card {
     Q_OBJECT
   public:
     /// The items outlive the panel. No heading line for an empty heading.
@@ -37,7 +37,6 @@ class KeyedPanel : public QWidget {
     void showEnd();
 
     QString heading() const;
-    void setHeading(const QString& heading);
 
     /// The rectangle of a row in this widget's coordinates, and of its value; empty when it isn't
     /// shown. For tests, tours and pop-ups.
@@ -54,9 +53,6 @@ class KeyedPanel : public QWidget {
   signals:
     /// Right button let go on a row with a key, or the context-menu key.
     void contextMenuWanted(const QString& key, const QPoint& globalPosition);
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
 
   private:
     HeadingLine* m_heading;

@@ -19,7 +19,6 @@ class QtEvents : public QObject, public Events {
 
     /// Ends every wait, those begun later included.
     void shutDown();
-    bool isShuttingDown() const { return m_shuttingDown; }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

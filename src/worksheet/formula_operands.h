@@ -54,7 +54,6 @@ class Area {
 
     int rows() const { return m_rows; }
     int columns() const { return m_columns; }
-    bool isSingle() const { return m_rows == 1 && m_columns == 1; }
     /// Empty outside of it.
     CellValue at(int row, int column) const;
     /// As at(), but a single row or column counts for all of them; #N/A outside.

@@ -359,7 +359,7 @@ TEST_F(DayCalendarBrokenInput, AWriteProtectedHistoryCanBeLookedThrough) {
     set("WORK1", "2 Hours 0 Minutes");
     dialogs.expect("SaveDayChanges");
     clickDay(3);
-    other.rollback();
+    other.commit();
     clickDay(3);
     EXPECT_EQ(history(), QStringList{"Alpha|3/1/2026|120|0"});
 }
