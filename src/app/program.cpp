@@ -8,6 +8,7 @@
 #include "startup/install_step.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
+#include "timekeeping/control_views.h"
 #include "tray/hidden_form.h"
 #include "tray/minute_tick.h"
 
@@ -47,7 +48,7 @@ Program::Program(const PortChoices& choices)
 }
 
 Program::~Program() {
-    m_dialogs.closeAll();
+    m_dialogs.shutDown();
     m_help.close();
     m_screens.unloadAll();
     UnloadHiddenForm();

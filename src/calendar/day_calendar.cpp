@@ -22,7 +22,6 @@ namespace kelvrane {
 
 namespace {
 
-const QString more = QStringLiteral("More ... ");
 const QString projectRow = QStringLiteral("PROJECT");
 const QString numberRow = QStringLiteral("PN");
 
@@ -49,12 +48,6 @@ QStringList numbers(int first, int last) {
     for (int number = first; number <= last; ++number)
         texts.append(QString::number(number));
     return texts;
-}
-
-QStringList projectChoices() {
-    if (LoadRecentProjects(ShowNumProjects) != status::Done)
-        return {more};
-    return QStringList(RecentProjects) << more;
 }
 
 void showMonth() {
@@ -122,7 +115,7 @@ void ShowDay(int day, HistoryFile& history, LateReports& reports) {
     SkipErrors step = reports.steps(QStringLiteral("ShowDay"));
     QList<DayGroup> groups;
     step([&] { groups = ReadDayGroups(history, calendar.DisplayedDate, step); });
-    calendar.appendGroups(groups, projectChoices());
+    calendar.appendGroups(groups, ProjectChoices());
     calendar.setPanelShown(!groups.isEmpty());
 }
 
@@ -177,9 +170,8 @@ void UnloadDayInfo() {
 
 void CloseDayInfo() {
     if (!SaveDayChanges() &&
-        MsgBox(QStringLiteral("The day could not be saved.  Close and lose its changes?"),
-               QStringLiteral("Modify DayInfo Database"), BoxIcon::Question,
-               BoxButtons::YesNo) != BoxAnswer::Yes)
+        !Agrees(QStringLiteral("The day could not be saved.  Close and lose its changes?"),
+                QStringLiteral("Modify DayInfo Database")))
         return;
     leaveDay(); // saved or given up; the unload has nothing more to save
     ports.screens->unload(Screen::frmDayInfo);
@@ -247,7 +239,7 @@ void AddDayRows() {
     if (calendar.DisplayedDate.isEmpty())
         return;
     calendar.setPanelShown(true);
-    calendar.appendGroups({DayGroup()}, projectChoices());
+    calendar.appendGroups({DayGroup()}, ProjectChoices());
 }
 
 bool SaveDayChanges() {

@@ -41,6 +41,11 @@ Int16 LoadRecentProjects(Int16 Count) {
     return status::Done;
 }
 
+QStringList ProjectChoices() {
+    const bool any = LoadRecentProjects(ShowNumProjects) == status::Done;
+    return (any ? QStringList(RecentProjects) : QStringList()) << MoreProjects;
+}
+
 void AddRecentProject(const QString& Name) {
     // A limit that can't be read leaves a list of nothing, though projects are stored.
     const bool none = NoRecentProjects || RecentProjects.isEmpty();

@@ -9,6 +9,7 @@
 #include "widgets/keyed_buttons.h"
 #include "widgets/keyed_panel.h"
 #include "widgets/keyed_tool_bar.h"
+#include "widgets/named.h"
 #include "widgets/open_editor.h"
 #include "widgets/tab_strip.h"
 #include "widgets/theme.h"
@@ -30,12 +31,6 @@ constexpr QSize startSize(860, 660);
 constexpr QSize smallestSize(560, 400);
 constexpr int columnWidth = 216; // of the tabs
 constexpr int longestFind = 420;
-
-template <typename Widget>
-Widget* Named(Widget* widget, const char* name) {
-    widget->setObjectName(QString::fromLatin1(name));
-    return widget;
-}
 
 } // namespace
 

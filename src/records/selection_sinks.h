@@ -10,7 +10,7 @@ namespace kelvrane {
 
 struct SelectionSink {
     std::function<void(const QString& name, const QString& number)> select;
-    std::function<void()> undo; ///< the manager closed without a selection
+    std::function<void()> undo; ///< the manager closed without a selection, and its screen shows it
 };
 
 struct SelectionSinks {

@@ -1,6 +1,5 @@
 #include "timekeeping/control_screen.h"
 
-#include "charts/chart_types.h"
 #include "frame/error_report.h"
 #include "frame/globals.h"
 #include "frame/help_topics.h"
@@ -14,7 +13,7 @@
 #include "records/selection_sinks.h"
 #include "timekeeping/break_down.h"
 #include "timekeeping/control_model.h"
-#include "timekeeping/daily_chart.h"
+#include "timekeeping/control_views.h"
 #include "timekeeping/tray_state.h"
 #include "timekeeping/week_hours.h"
 #include "timekeeping/working_day.h"
@@ -30,67 +29,12 @@ namespace kelvrane {
 
 namespace {
 
-const QString section = QStringLiteral("SingleTimerView");
 const QString projectName = QStringLiteral("PROJECT_NAME");
 const QString projectNumber = QStringLiteral("PROJECT_NUM");
-const QString more = QStringLiteral("More ... ");
 const QString deleteItem = QStringLiteral("mnuSetDataDeleteProject");
 const QString modifyItem = QStringLiteral("mnuSetDataModifyTime");
 const QString separatorItem = QStringLiteral("mnuSetDataSep1");
 const QString notYet = QStringLiteral("This screen comes with a later version");
-
-// What the layout keys hold, as text in the section store.
-struct BooleanKey {
-    const char* key;
-    bool* value;
-    bool fallback;
-};
-struct NumberKey {
-    const char* key;
-    double* value;
-    double fallback;
-};
-
-QList<BooleanKey> booleanKeys(ControlLayout& layout) {
-    return {{"bBreakDownShowing", &layout.BreakDownShowing, true},
-            {"bQuickViewShowing", &layout.QuickViewShowing, false},
-            {"bGraphShowing", &GraphShowing, true},
-            {"bWeekVeiwShowing", &WeekViewShowing, false},
-            {"bControlPanelShowing", &layout.ControlPanelShowing, true}};
-}
-
-QList<NumberKey> numberKeys(ControlLayout& layout) {
-    return {{"iLastSplitter1Pos", &layout.Splitter1Percent, 50},
-            {"iLastSplitter2Pos", &layout.Splitter2Percent, 50},
-            {"iLastMeWidth", &layout.Width, 9795},
-            {"iLastMeHeight", &layout.Height, 5895},
-            {"SplitterTop", &layout.SplitterTop, 5335},
-            {"fLastSizePercent", &layout.WeekViewSize, 3000}};
-}
-
-QString layoutText(const char* key, const QString& fallback) {
-    return ports.settings->section(section, QString::fromLatin1(key), fallback);
-}
-
-/// A stored number between 0 and the limit; what is missing or out of place is the fallback.
-double layoutNumber(const char* key, double fallback, double limit) {
-    double number = fallback;
-    SkipErrors step(QStringLiteral("frmSTM_Load"));
-    step([&] { number = ToDouble(layoutText(key, DoubleText(fallback))); });
-    return number >= 0 && number <= limit ? number : fallback;
-}
-
-void readLayout() {
-    constexpr double farOut = 1'000'000; // twips, beyond any desktop
-    ControlLayout& layout = Control().layout;
-    for (const BooleanKey& row : booleanKeys(layout)) {
-        const QString text = layoutText(row.key, {});
-        *row.value = text == BooleanText(!row.fallback) ? !row.fallback : row.fallback;
-    }
-    for (const NumberKey& row : numberKeys(layout))
-        *row.value = layoutNumber(row.key, row.fallback, farOut);
-    ChartIndex = qint64(std::min(layoutNumber("ChartType", 0, farOut), chartTypeCount - 1.0));
-}
 
 // Launchers of the panel, and the screens that they open.
 struct ScreenLauncher {
@@ -116,14 +60,6 @@ void enableLaunchers() {
         Control().mnuSetData.setEnabled(modifyItem, false);
         Control().mnuSetData.setToolTip(modifyItem, notYet);
     }
-}
-
-void showControlPanel() {
-    const bool showing = Control().layout.ControlPanelShowing;
-    KeyedItems& bar = Control().smuiTimeCtrl;
-    const QString key = QStringLiteral("CONTROLPANEL");
-    bar.setImage(key, showing ? QStringLiteral("left1") : QStringLiteral("right1"));
-    bar.setCaption(key, showing ? QStringLiteral("Control Panel       ") : QString());
 }
 
 /// The only digit that counts for a delete is the key's last one; entries from 10 on delete the
@@ -160,8 +96,8 @@ void LoadControlScreen() {
     QString runningNumber;
     step([] { enableLaunchers(); });
     LogStep(QStringLiteral("  Getting Control Screen Variables"));
-    step([] { readLayout(); });
-    step([] { showControlPanel(); });
+    step([] { ReadControlLayout(); });
+    step([] { ShowControlPanel(Control().layout.ControlPanelShowing, false); });
     LogStep(QStringLiteral("  Loading Current Day's information"));
     step([] { loadDay(); });
     LogStep(QStringLiteral("  Configuring Display"));
@@ -199,18 +135,6 @@ void EnsureControlScreenLoaded() {
         LoadControlScreen();
 }
 
-void SaveControlLayout() {
-    ControlLayout& layout = Control().layout;
-    SettingsStore& store = *ports.settings;
-    store.beginChanges();
-    for (const BooleanKey& row : booleanKeys(layout))
-        store.setSection(section, QString::fromLatin1(row.key), BooleanText(*row.value));
-    for (const NumberKey& row : numberKeys(layout))
-        store.setSection(section, QString::fromLatin1(row.key), SingleText(float(*row.value)));
-    store.setSection(section, QStringLiteral("ChartType"), QString::number(ChartIndex));
-    store.endChanges();
-}
-
 void UnloadControlScreen() {
     SaveControlLayout();
     Control().loaded = false;
@@ -218,11 +142,10 @@ void UnloadControlScreen() {
 
 void FillRecentProjectList(const QString& name, const QString& number) {
     KeyedItems& fields = Control().smuiProjectStatus;
-    if (LoadRecentProjects(ShowNumProjects) != status::Done || RecentProjects.isEmpty()) {
-        fields.setChoices(projectName, {more});
+    const QStringList choices = ProjectChoices();
+    fields.setChoices(projectName, choices);
+    if (choices.size() == 1) // no project yet: the fields stay as they are
         return;
-    }
-    fields.setChoices(projectName, QStringList(RecentProjects) << more);
     fields.setValue(projectName, name);
     fields.setValue(projectNumber, number);
     StatusHeading = name;
@@ -268,13 +191,7 @@ void TimeCtrlClick(const QString& key) {
         void (*run)();
     };
     static constexpr Command commands[] = {
-        {"CONTROLPANEL",
-         [] {
-             bool& showing = Control().layout.ControlPanelShowing;
-             showing = !showing;
-             showControlPanel();
-             emit Control().LayoutChanged();
-         }},
+        {"CONTROLPANEL", [] { ShowControlPanel(!Control().layout.ControlPanelShowing, true); }},
         {"STOP", StopDay},
         {"BREAK",
          [] {
@@ -305,52 +222,6 @@ void PanelClick(const QString& key) {
             ports.screens->show(launcher.screen);
 }
 
-void ShowBreakDown(bool showing, bool layOut) {
-    ControlLayout& layout = Control().layout;
-    layout.BreakDownShowing = showing;
-    KeyedItems& panel = Control().smuiPanelLayout;
-    panel.setTicked(QStringLiteral("BREAKDOWN"), showing);
-    if (showing) {
-        layout.QuickViewShowing = false;
-        panel.setTicked(QStringLiteral("QUICKVIEW"), false);
-    }
-    if (layOut)
-        emit Control().LayoutChanged();
-}
-
-void ShowQuickView(bool showing, bool layOut) {
-    ControlLayout& layout = Control().layout;
-    layout.QuickViewShowing = showing;
-    KeyedItems& panel = Control().smuiPanelLayout;
-    panel.setTicked(QStringLiteral("QUICKVIEW"), showing);
-    if (showing) {
-        layout.BreakDownShowing = false;
-        panel.setTicked(QStringLiteral("BREAKDOWN"), false);
-    }
-    if (layOut)
-        emit Control().LayoutChanged();
-}
-
-void ShowGraph(bool showing, bool layOut) {
-    GraphShowing = showing;
-    if (showing)
-        UpdateDailyChart();
-    Control().smuiPanelLayout.setTicked(QStringLiteral("GRAPH"), showing);
-    if (layOut)
-        emit Control().LayoutChanged();
-}
-
-void ShowWeekView(bool showing, bool layOut) {
-    WeekViewShowing = showing;
-    Control().smuiPanelLayout.setTicked(QStringLiteral("WEEKVIEW"), showing);
-    if (layOut)
-        emit Control().LayoutChanged();
-    if (showing && layOut) { // the load fills the view itself, at its end
-        SetLVWColumnHeaders();
-        FillWeekView();
-    }
-}
-
 void BreakDownSelect(const QString& key) {
     if (key.isEmpty())
         return;
@@ -378,16 +249,6 @@ void SetDataClick(const QString& key) {
     }
 }
 
-void NextGraphType() {
-    ChartIndex = (ChartIndex + 1) % chartTypeCount;
-    ApplyChartType();
-}
-
-void PreviousGraphType() {
-    ChartIndex = (ChartIndex + chartTypeCount - 1) % chartTypeCount;
-    ApplyChartType();
-}
-
 namespace {
 
 /// A project chosen in the Database Manager becomes the day's.
@@ -409,18 +270,10 @@ void takeSelection(const QString& name, const QString& number) {
     }
 }
 
-/// The manager closed without a choice. A control screen that isn't on view is unloaded with it.
-void undoSelection() {
-    if (ports.screens->isVisible(Screen::frmSTM))
-        RestoreProjectName();
-    else
-        ports.screens->unload(Screen::frmSTM);
-}
-
 } // namespace
 
 void WireControlScreen() {
-    selectionSinks.day = {takeSelection, undoSelection};
+    selectionSinks.day = {takeSelection, RestoreProjectName};
     static bool wired = false;
     if (std::exchange(wired, true))
         return;

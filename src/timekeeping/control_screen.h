@@ -11,8 +11,6 @@ namespace kelvrane {
 void LoadControlScreen();
 /// LoadControlScreen unless the day is loaded and shown; before anything that adds to the day.
 void EnsureControlScreenLoaded();
-/// Writes the twelve layout values. For the hide by the close box.
-void SaveControlLayout();
 /// SaveControlLayout, and the next show reads the day again.
 void UnloadControlScreen();
 
@@ -32,14 +30,6 @@ void TimeCtrlClick(const QString& key); ///< tool bar
 void PanelClick(const QString& key);    ///< view switches and launchers
 void BreakDownSelect(const QString& key);
 void SetDataClick(const QString& key); ///< the pop-up menu's items
-void NextGraphType();                  ///< Picture1, index 1
-void PreviousGraphType();              ///< Picture1, index 0
-
-/// The four view switches; layOut says whether the screen lays itself out afterwards.
-void ShowBreakDown(bool showing, bool layOut);
-void ShowQuickView(bool showing, bool layOut);
-void ShowGraph(bool showing, bool layOut);
-void ShowWeekView(bool showing, bool layOut);
 
 /// Binds Control()'s signals to the procedures above, and takes the Database Manager's choices for
 /// the day. A second call binds nothing twice.

@@ -7,6 +7,7 @@
 #include "timekeeping/control_layout.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
+#include "timekeeping/control_views.h"
 #include "timekeeping/hours_chart.h"
 #include "timekeeping/running_summary.h"
 #include "widgets/bar_splitter.h"
@@ -17,6 +18,7 @@
 #include "widgets/keyed_menu.h"
 #include "widgets/keyed_panel.h"
 #include "widgets/keyed_tool_bar.h"
+#include "widgets/named.h"
 #include "widgets/running_header.h"
 #include "widgets/tab_strip.h"
 #include "widgets/theme.h"
@@ -42,12 +44,6 @@ namespace {
 constexpr int leastColumnWidth = 236; // captions and a span text beside them
 constexpr int leastChartWidth = 180;
 constexpr int leastListHeight = 3 * theme::RowHeight; // its heading and a row
-
-template <typename Widget>
-Widget* Named(Widget* widget, const char* name) {
-    widget->setObjectName(QString::fromLatin1(name));
-    return widget;
-}
 
 QWidget* Line(QWidget* parent) {
     auto* line = new QWidget(parent);

@@ -23,8 +23,6 @@ namespace kelvrane {
 
 namespace {
 
-const QString more = QStringLiteral("More ... ");
-
 void readEntry() {
     ModifyModel& model = Modify();
     model.EntryIndex = BreakDownIndex(SelectedEntryKey);
@@ -149,9 +147,7 @@ void FrmModify_Unload() {
 }
 
 void FillModifyProjectList() {
-    LoadRecentProjects(ShowNumProjects);
-    const QStringList recent = NoRecentProjects ? QStringList() : QStringList(RecentProjects);
-    Modify().SmuiModify.setChoices(modify_rows::Project, QStringList(recent) << more);
+    Modify().SmuiModify.setChoices(modify_rows::Project, ProjectChoices());
 }
 
 void SmuiModify_Change(const QString& key, const QString& value) {

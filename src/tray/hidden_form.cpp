@@ -2,6 +2,7 @@
 
 #include "frame/error_report.h"
 #include "frame/globals.h"
+#include "frame/recent_projects.h"
 #include "frame/tray_menus.h"
 #include "platform/ports.h"
 #include "timekeeping/control_screen.h"
@@ -16,8 +17,6 @@
 namespace kelvrane {
 
 namespace {
-
-const QString more = QStringLiteral("More ... ");
 
 struct ScreenLauncher {
     const char* key;
@@ -46,10 +45,9 @@ void enableLaunchers() {
 }
 
 void checkForUpdate() {
-    if (MsgBox(QStringLiteral("You must be connected to the internet to successfully update "
+    if (Agrees(QStringLiteral("You must be connected to the internet to successfully update "
                               "Kelvrane.  Are you connected to the internet?"),
-               QStringLiteral("Internet connection available"), BoxIcon::Question,
-               BoxButtons::YesNo) == BoxAnswer::Yes)
+               QStringLiteral("Internet connection available")))
         ports.updates->check(true, false, {});
 }
 
@@ -136,7 +134,7 @@ void RebuildRecentMenu() {
             show(place, RecentProjects[place - 1]);
             ++place;
         }
-    show(place, more);
+    show(place, MoreProjects);
     for (++place; place <= tray_items::RecentCount; ++place)
         menu.setVisible(tray_items::RecentKey(place), false);
 }
@@ -156,7 +154,7 @@ void TrayMenuClick(const QString& key) {
 
 void RecentProjectClick(const QString& key) {
     const QString caption = Menus().mnuRProjects.item(key).caption;
-    if (caption == more)
+    if (caption == MoreProjects)
         ports.screens->show(Screen::frmDataBase);
     else
         StartProjectByName(caption);

@@ -10,6 +10,7 @@
 #include "support/working_day_fixture.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
+#include "timekeeping/control_views.h"
 #include "timekeeping/tray_state.h"
 #include "timekeeping/working_day.h"
 #include "tray/hidden_form.h"

@@ -8,6 +8,7 @@
 #include "support/working_day_fixture.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
+#include "timekeeping/control_views.h"
 #include "timekeeping/working_day.h"
 
 namespace kelvrane {

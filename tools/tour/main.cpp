@@ -16,6 +16,7 @@
 #include "sheets_tour.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
+#include "timekeeping/control_views.h"
 #include "timekeeping/tray_state.h"
 #include "tour.h"
 #include "tour_data.h"
