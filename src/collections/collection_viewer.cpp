@@ -53,22 +53,6 @@ bool sheetMayGo() {
     return PromptSaveSheetChanges(file, tempPath) != SaveAnswer::Failed;
 }
 
-/// What could neither be saved nor stay is put aside under a name of its own.
-void keepUnsaved() {
-    const QString check = InAppPath(QString::fromLatin1(SheetCheckFile));
-    SkipErrors step = ReportingSteps(QStringLiteral("frmCollectionViewer_Unload"));
-    step([&] {
-        if (!ports.files->exists(check))
-            return;
-        QString kept;
-        for (int number = 1; kept.isEmpty() || ports.files->exists(kept); ++number)
-            kept = InAppPath(QStringLiteral("Unsaved sheet %1.htm").arg(number));
-        ports.files->move(check, kept);
-        MsgBox(QStringLiteral("The sheet could not be saved.  It is kept as ") + kept,
-               QStringLiteral("Save changes?"), BoxIcon::Exclamation);
-    });
-}
-
 void showNothing() {
     Viewer().CurrentFile.clear();
     Viewer().setPane(ViewerPane::txtError);
@@ -239,10 +223,18 @@ void LoadCollectionViewer() {
 }
 
 void UnloadCollectionViewer() {
+    const bool editing = Viewer().DisplayMode == display_modes::Edit;
+    const QString sheet = editing ? Viewer().ss1.HTMLData() : QString();
+    SkipErrors step = ReportingSteps(QStringLiteral("frmCollectionViewer_Unload"));
     if (!sheetMayGo())
-        keepUnsaved();
+        step([&] { TellKept(KeepUnsavedSheet(sheet)); });
     Viewer().LoadMode.clear();
     Viewer().reset();
+}
+
+void KeepViewerChanges() {
+    if (Viewer().DisplayMode == display_modes::Edit && Viewer().ss1.canUndo())
+        KeepUnsavedSheet(Viewer().ss1.HTMLData());
 }
 
 QString FormURL(const QString& entry) {

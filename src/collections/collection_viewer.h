@@ -17,6 +17,10 @@ void LoadCollectionViewer();
 /// The screen goes. A changed sheet in the editor is asked about first.
 void UnloadCollectionViewer();
 
+/// The session ends and asks nothing: a changed sheet in the editor is kept beside its file's one,
+/// as KeepUnsavedSheet does.
+void KeepViewerChanges();
+
 /// The path of an entry of the list; "" for one marked missing.
 QString FormURL(const QString& entry);
 /// Appends " ** Missing **" to the entries that have no file.

@@ -9,6 +9,10 @@
 
 namespace kelvrane {
 
+namespace {
+const QString saveChanges = QStringLiteral("Save changes?");
+} // namespace
+
 bool VerifyAgainstSSData(const QString& savedPath, const QString& sheetHtml, QString& tempPath,
                          bool* compared) {
     if (compared)
@@ -35,12 +39,16 @@ bool VerifyAgainstSSData(const QString& savedPath, const QString& sheetHtml, QSt
     return differs;
 }
 
+bool WantsChangesSaved() {
+    return Agrees(QStringLiteral("Changes were found between this file and the saved file.  Do you "
+                                 "wish to save changes?"),
+                  saveChanges);
+}
+
 bool MayLoseChanges() {
-    return MsgBox(
-               QStringLiteral("The sheet could not be compared with its file.  Leave it and lose "
-                              "its changes?"),
-               QStringLiteral("Save changes?"), BoxIcon::Question,
-               BoxButtons::YesNo) == BoxAnswer::Yes;
+    return Agrees(QStringLiteral("The sheet could not be compared with its file.  Leave it and "
+                                 "lose its changes?"),
+                  saveChanges);
 }
 
 void ReplaceSheet(const QString& savedPath, const QString& tempPath) {
@@ -48,13 +56,24 @@ void ReplaceSheet(const QString& savedPath, const QString& tempPath) {
     ports.files->remove(tempPath, true);
 }
 
+QString KeepUnsavedSheet(const QString& sheetHtml) {
+    QString kept;
+    for (int number = 1; kept.isEmpty() || ports.files->exists(kept); ++number)
+        kept = InAppPath(QStringLiteral("Unsaved sheet %1.htm").arg(number));
+    ReplaceFile(kept, SheetBytes(sheetHtml));
+    SkipErrors quiet(QStringLiteral("KeepUnsavedSheet"));
+    quiet([] { ports.files->remove(InAppPath(QString::fromLatin1(SheetCheckFile)), true); });
+    return kept;
+}
+
+void TellKept(const QString& path) {
+    MsgBox(QStringLiteral("The sheet could not be saved.  It is kept as ") + path, saveChanges,
+           BoxIcon::Exclamation);
+}
+
 SaveAnswer PromptSaveSheetChanges(const QString& savedPath, const QString& tempPath) {
     const QString routine = QStringLiteral("PromptSaveSheetChanges");
-    const bool save = MsgBox(QStringLiteral("Changes were found between this file and the saved "
-                                            "file.  Do you wish to save changes?"),
-                             QStringLiteral("Save changes?"), BoxIcon::Question,
-                             BoxButtons::YesNo) == BoxAnswer::Yes;
-    if (!save) {
+    if (!WantsChangesSaved()) {
         SkipErrors quiet(routine);
         quiet([&] { ports.files->remove(tempPath, true); });
         return SaveAnswer::Dropped;

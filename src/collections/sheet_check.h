@@ -19,12 +19,20 @@ inline constexpr char SheetCheckFile[] = "BWSS_template_for_verify_0938.htm";
 bool VerifyAgainstSSData(const QString& savedPath, const QString& sheetHtml, QString& tempPath,
                          bool* compared = nullptr);
 
+/// Asks whether changes that were found are to be saved.
+bool WantsChangesSaved();
 /// After a comparison that failed: whether a sheet with changes may go without being saved.
 bool MayLoseChanges();
 
 /// Puts the temporary file in the place of the saved one, also across file systems. Raises what the
 /// file store raises; both files are then as they were.
 void ReplaceSheet(const QString& savedPath, const QString& tempPath);
+
+/// Puts a sheet that can neither be saved nor stay into the program's folder as "Unsaved sheet
+/// 1.htm", under the first free number; the path of that file. Raises what the file store raises.
+QString KeepUnsavedSheet(const QString& sheetHtml);
+/// Says where the sheet was kept.
+void TellKept(const QString& path);
 
 enum class SaveAnswer {
     Saved,

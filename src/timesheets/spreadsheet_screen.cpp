@@ -2,6 +2,7 @@
 
 #include "collections/collection_location.h"
 #include "collections/current_collection.h"
+#include "collections/sheet_check.h"
 #include "collections/sheet_name.h"
 #include "frame/error_report.h"
 #include "frame/globals.h"
@@ -176,10 +177,9 @@ void addToCollection() {
             state().TemplateEditing = false;
     });
     if (!HasCollection()) {
-        if (MsgBox(QStringLiteral("Collection information unavailable.  Would you like to create a "
-                                  "new collection?"),
-                   QStringLiteral("Collection information unavailable"), BoxIcon::Question,
-                   BoxButtons::YesNo) != BoxAnswer::Yes)
+        if (!Agrees(QStringLiteral("Collection information unavailable.  Would you like to create "
+                                   "a new collection?"),
+                    QStringLiteral("Collection information unavailable")))
             return;
         ports.screens->show(Screen::frmCollectionLoc);
         ports.events->waitUntil([] { return !ports.screens->isLoaded(Screen::frmCollectionLoc); });
@@ -310,13 +310,26 @@ void LoadSpreadsheet() {
 }
 
 void UnloadSpreadsheet() {
+    const QString sheet = Sheets().ss1.HTMLData();
+    bool settled = false;
+    SkipErrors step = ReportingSteps(QStringLiteral("frmSpreadsheet_Unload"));
+    step([&] { settled = CheckTemplateChanges(); });
+    if (!settled)
+        step([&] { TellKept(KeepUnsavedSheet(sheet)); });
+    state().TemplateModified = false;
     RemoveSheetFiles();
     SpreadsheetOpen = false;
+}
+
+void KeepTemplateChanges() {
+    if (SpreadsheetOpen && state().TemplateModified)
+        KeepUnsavedSheet(Sheets().ss1.HTMLData());
 }
 
 void CloseSpreadsheet() {
     if (!CheckTemplateChanges())
         return;
+    state().TemplateModified = false; // the unload asks no second time
     ports.screens->unload(Screen::frmSpreadsheet);
 }
 

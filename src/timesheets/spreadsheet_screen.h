@@ -10,8 +10,11 @@ namespace kelvrane {
 /// The routine of the screen's load: rolls today up, reads the settings and the list of databases.
 /// Sets SpreadsheetOpen. Errors are reported step by step.
 void LoadSpreadsheet();
-/// Removes the temporary files; clears SpreadsheetOpen.
+/// A changed template is asked about; one that can then not be saved is kept under a name of its
+/// own. Removes the temporary files; clears SpreadsheetOpen.
 void UnloadSpreadsheet();
+/// The session ends and asks nothing: a changed template is kept as KeepUnsavedSheet does.
+void KeepTemplateChanges();
 /// The user closes the screen: a changed template is asked about first.
 void CloseSpreadsheet();
 

@@ -18,14 +18,6 @@ const QString templateName = QStringLiteral("TEMPLATE_NAME");
 const QString filter = QStringLiteral("HTML Files |*.htm");
 const QString extension = QStringLiteral(".htm");
 
-const QString changesFound = QStringLiteral(
-    "Changes were found between this file and the saved file.  Do you wish to save changes?");
-const QString saveChanges = QStringLiteral("Save changes?");
-
-bool agrees(const QString& question, const QString& title) {
-    return MsgBox(question, title, BoxIcon::Question, BoxButtons::YesNo) == BoxAnswer::Yes;
-}
-
 /// "1_5_2003.htm".
 QString defaultSheetName() {
     const QDate date = Sheets().state.selectedDate;
@@ -56,7 +48,7 @@ bool ShowLoad(bool AskForChange) {
     sheets.state.CurrentTemplate = *chosen;
     sheets.state.sheetShown = true;
     if (AskForChange) {
-        if (agrees(QStringLiteral("Set ") + *chosen + QStringLiteral(" as default?"),
+        if (Agrees(QStringLiteral("Set ") + *chosen + QStringLiteral(" as default?"),
                    QStringLiteral("Set as default?")))
             SaveRegText(*chosen, keys::SpreadSheetInfo, QStringLiteral("SS_Template"));
         showTemplate(*chosen, QStringLiteral("Current template"));
@@ -82,7 +74,7 @@ bool ShowSave(SheetFileKind FileType, bool* written) {
         return false;
     const bool overwrite =
         !ports.files->exists(*chosen) ||
-        agrees(QStringLiteral("File Exists, Overwrite this file?"), QStringLiteral("File Exists"));
+        Agrees(QStringLiteral("File Exists, Overwrite this file?"), QStringLiteral("File Exists"));
     if (overwrite)
         ports.files->writeAtomically(*chosen, SheetFileBytes(Sheets().ss1));
     if (written)
@@ -94,13 +86,13 @@ bool ShowSave(SheetFileKind FileType, bool* written) {
 
 void PromptSaveTemplateChanges(const QString& savedPath, const QString& tempPath) {
     SS_Template = StripAtNull(RegQueryValue(keys::SpreadSheetInfo, QStringLiteral("SS_Template")));
-    if (!agrees(changesFound, saveChanges)) {
+    if (!WantsChangesSaved()) {
         ports.files->remove(tempPath, true);
         return;
     }
     ReplaceSheet(savedPath, tempPath);
     if (savedPath == SS_Template ||
-        !agrees(QStringLiteral("Do you wish to make this file your default template?"),
+        !Agrees(QStringLiteral("Do you wish to make this file your default template?"),
                 QStringLiteral("Set as default?")))
         return;
     SetDefaultTemplate(savedPath);
@@ -112,7 +104,7 @@ bool CheckTemplateChanges() {
     if (!sheets.state.TemplateModified)
         return true;
     if (sheets.state.CurrentTemplate.isEmpty()) { // a new one that has no file yet
-        bool written = !agrees(changesFound, saveChanges);
+        bool written = !WantsChangesSaved();
         if (!written)
             ShowSave(SheetFileKind::Template, &written);
         return written;

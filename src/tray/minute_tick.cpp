@@ -1,5 +1,6 @@
 #include "tray/minute_tick.h"
 
+#include "collections/collection_viewer.h"
 #include "frame/globals.h"
 #include "platform/ports.h"
 #include "platform/skip_errors.h"
@@ -7,6 +8,7 @@
 #include "timekeeping/control_model.h"
 #include "timekeeping/tray_state.h"
 #include "timekeeping/working_day.h"
+#include "timesheets/spreadsheet_screen.h"
 #include "timevalues/day_file.h"
 #include "timevalues/day_history.h"
 #include "timevalues/time_values.h"
@@ -112,6 +114,10 @@ void ChangeOfDay() {
 
 void SaveForLogOut() {
     SkipErrors step(QStringLiteral("LogOut"));
+    step(KeepTemplateChanges);
+    step(KeepViewerChanges);
+    if (!dayIsKnown()) // a process that only shows a collection has no day to save
+        return;
     const bool slept = SleptOverMidnight(LastTick, ports.clock->now());
     if (!slept)
         step([] { SaveDayFile(); });

@@ -18,7 +18,8 @@ void NoticeSleep();
 /// at "12:00 AM" of the new date.
 void ChangeOfDay();
 
-/// For the end of the session: saves the day and rolls it up, and stops nothing. After a sleep that
+/// For the end of the session: keeps edited sheets, saves the day and rolls it up, and stops
+/// nothing. After a sleep that
 /// no tick has settled yet the entries are the last day's: its rows get them, and the file is left.
 void SaveForLogOut();
 

@@ -28,6 +28,21 @@ TEST_F(ViewerTest, TheCurrentCollectionOpensOnItsFirstSheet) {
     EXPECT_EQ(help.pages, QStringList{"Collections/Viewing_Collections/Viewing_Collections.htm"});
 }
 
+TEST_F(ViewerTest, TheEndOfTheSessionKeepsAChangedSheetAside) {
+    open();
+    click("DM_EDIT");
+    KeepViewerChanges();
+    EXPECT_FALSE(disk.exists(path("Unsaved sheet 1.htm"))) << "nothing was changed";
+    type("changed");
+    KeepViewerChanges();
+    Spreadsheet kept;
+    kept.setHTMLURL(path("Unsaved sheet 1.htm"));
+    EXPECT_EQ(kept.Range("A1").Value(), "changed");
+    EXPECT_EQ(filed("Acme.htm"), "Acme");
+    dialogs.expect(question, BoxAnswer::No);
+    click("CLOSE");
+}
+
 TEST_F(ViewerTest, WhatCannotBeOpenedLeavesTheViewerClosed) {
     writeList({});
     open();

@@ -201,6 +201,28 @@ TEST_F(SpreadsheetScreenTest, ANewTemplateThatIsToBeKeptStaysUntilItHasAName) {
     Sheets().state.TemplateModified = false;
 }
 
+TEST_F(SpreadsheetScreenTest, AChangedTemplateOutlivesTheProgram) {
+    click("TEMPLATE_NEW");
+    typeIntoSheet("A1", "precious");
+    KeepTemplateChanges(); // the session ends and asks nothing
+    EXPECT_TRUE(fileBytes("Unsaved sheet 1.htm").contains("precious"));
+    // Ended by its menu the program asks; a save that is then called off keeps the sheet too.
+    dialogs.expect("Changes were found", BoxAnswer::Yes);
+    dialogs.expectFile(std::nullopt);
+    dialogs.expect("The sheet could not be saved.  It is kept as " + path("Unsaved sheet 2.htm"));
+    UnloadSpreadsheet();
+    EXPECT_TRUE(fileBytes("Unsaved sheet 2.htm").contains("precious"));
+
+    load();
+    click("TEMPALTE_VIEW_CUR");
+    typeIntoSheet("A1", "kept in its file");
+    dialogs.expect("Changes were found", BoxAnswer::Yes);
+    UnloadSpreadsheet();
+    EXPECT_TRUE(fileBytes("week.htm").contains("kept in its file"));
+    KeepTemplateChanges();
+    EXPECT_FALSE(disk.exists(path("Unsaved sheet 3.htm")));
+}
+
 TEST_F(SpreadsheetScreenTest, ACalculationIsntStartedWithinAnother) {
     StoreCollection(path("sheets"), "Week");
     QDir().mkpath(path("sheets"));

@@ -4,6 +4,7 @@
 #include "support/working_day_fixture.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
+#include "timekeeping/control_views.h"
 #include "timekeeping/working_day.h"
 #include "tray/hidden_form.h"
 #include "tray/minute_tick.h"
@@ -171,6 +172,16 @@ TEST_F(Tick, ALogOutRightAfterASleepSavesToTheLastDay) {
     SaveForLogOut();
     EXPECT_EQ(history(), QStringList{"Alpha|3/2/2026|7|0"});
     EXPECT_TRUE(fileBytes("Fileinfo.dat").contains("Date: 3/2/2026"));
+}
+
+TEST_F(Tick, AProcessThatOnlyShowsACollectionSavesNeitherDayNorLayout) {
+    settings->setSection("SingleTimerView", "ChartType", "7");
+    Control().reset();
+    ControlScreenLoaded = DayStopped = false;
+    SaveForLogOut();
+    SaveControlLayout();
+    EXPECT_FALSE(disk.exists(path("Fileinfo.dat.temp")));
+    EXPECT_EQ(settings->section("SingleTimerView", "ChartType", ""), "7");
 }
 
 TEST_F(Tick, AWakeIsNoticedAtTheNextTickOfTheTimer) {
