@@ -312,7 +312,7 @@ void DeleteDayEntry(int index) {
     step([] { FillBreakDownList(); });
     step([] { UpdateDailyChart(); });
     step([] { FillWeekView(); });
-    step([] { RefreshTrayState(); });
+    step([] { RearmRunningEntry(); }); // the running entry may be the one that went
 }
 
 } // namespace kelvrane

@@ -168,6 +168,22 @@ TEST_F(Day, DeleteTakesTheEntryOutOfFileAndHistory) {
     EXPECT_FALSE(Control().mnuSetData.item("mnuSetDataDeleteProject").visible);
 }
 
+TEST_F(Day, DeletingTheRunningEntryLeavesNothingRunning) {
+    start("Alpha");
+    passMinutes(20);
+    start("Beta");
+    passMinutes(10);
+    BreakDownSelect("STOP TIME1");
+    dialogs.expect("Delete this project?", BoxAnswer::Ok);
+    SetDataClick("mnuSetDataDeleteProject");
+    EXPECT_EQ(CurrentEntryIndex, -1);
+    EXPECT_TRUE(DayStopped);
+    EXPECT_EQ(field("PROJECT_NAME"), "");
+    EXPECT_EQ(Status().text(), "");
+    passMinutes(5);
+    EXPECT_EQ(history(), QStringList{"Alpha|3/2/2026|20|0"});
+}
+
 TEST_F(Day, WhatCannotBeReadChangesNothing) {
     start("Alpha");
     passMinutes(5);
