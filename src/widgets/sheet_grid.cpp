@@ -217,13 +217,18 @@ void SheetGrid::showSelection() {
     describeActive();
 }
 
+/// More than the active cell.
+bool SheetGrid::selectsMore() const {
+    return m_session->selected() != m_session->contents().spanAt(m_session->active());
+}
+
 /// What a screen reader says of the cell.
 void SheetGrid::describeActive() {
     const CellAddress active = m_session->active();
     const CellRange range = m_session->selected();
     QString description =
         AddressText(active) + QLatin1Char(' ') + m_session->sheet().worksheet().text(active);
-    if (range != m_session->contents().spanAt(active))
+    if (selectsMore())
         description += QStringLiteral(", selected ") + RangeText(range);
     setAccessibleDescription(description.trimmed());
 }
@@ -310,6 +315,8 @@ void SheetGrid::takeKey(QKeyEvent* event) {
     } else if (const AdvanceRow* advance = AdvanceOfKey(*event)) {
         m_session->commit();
         m_session->advance(shift ? advance->withShift : advance->step);
+    } else if (event->key() == Qt::Key_Escape && selectsMore()) {
+        m_session->select({m_session->active(), m_session->active()}); // the window stays
     } else if (!typesText(*event)) {
         QAbstractScrollArea::keyPressEvent(event);
     }

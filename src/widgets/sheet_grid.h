@@ -55,6 +55,7 @@ class SheetGrid : public QAbstractScrollArea {
     QRect sheetRect() const; ///< in the viewport
     CellAddress cellAt(const QPoint& position) const;
     int pageRows() const;
+    bool selectsMore() const;
     void layOut();
     void showSelection();
     void showEditing();

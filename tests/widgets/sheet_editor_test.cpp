@@ -91,6 +91,12 @@ TEST_F(SheetEditorTest, TypingFillsCellsAndWalksOn) {
     type("9");
     key(Qt::Key_Escape);
     EXPECT_EQ(text("B1"), QString());
+    // A range becomes its cell again, before Esc is the screen's.
+    click("B2");
+    key(Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), QStringLiteral("B2:C2"));
+    key(Qt::Key_Escape);
+    EXPECT_EQ(selected(), QStringLiteral("B2"));
     click("B2");
     key(Qt::Key_Delete);
     EXPECT_EQ(text("B2"), QString());
