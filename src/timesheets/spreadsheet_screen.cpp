@@ -326,10 +326,19 @@ void KeepTemplateChanges() {
         KeepUnsavedSheet(Sheets().ss1.HTMLData());
 }
 
-void CloseSpreadsheet() {
+bool MayLeaveTemplate() {
+    if (!state().TemplateModified)
+        return true;
+    ports.screens->bringForward(Screen::frmSpreadsheet);
     if (!CheckTemplateChanges())
-        return;
+        return false;
     state().TemplateModified = false; // the unload asks no second time
+    return true;
+}
+
+void CloseSpreadsheet() {
+    if (!MayLeaveTemplate())
+        return;
     ports.screens->unload(Screen::frmSpreadsheet);
 }
 

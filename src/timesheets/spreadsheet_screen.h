@@ -15,6 +15,9 @@ void LoadSpreadsheet();
 void UnloadSpreadsheet();
 /// The session ends and asks nothing: a changed template is kept as KeepUnsavedSheet does.
 void KeepTemplateChanges();
+/// Asks about a changed template, with its screen in front; true also when there is none. False:
+/// it is to be kept and couldn't be, and nothing should go.
+bool MayLeaveTemplate();
 /// The user closes the screen: a changed template is asked about first.
 void CloseSpreadsheet();
 

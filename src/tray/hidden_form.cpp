@@ -8,6 +8,7 @@
 #include "timekeeping/control_screen.h"
 #include "timekeeping/shut_down.h"
 #include "timekeeping/working_day.h"
+#include "timesheets/spreadsheet_screen.h"
 #include "timevalues/counter.h"
 #include "tray/minute_tick.h"
 
@@ -54,7 +55,8 @@ void checkForUpdate() {
 void exitProgram() {
     if (MsgBox(QStringLiteral("Do you really want to exit Kelvrane?"),
                QStringLiteral("Exit Program"), BoxIcon::None,
-               BoxButtons::OkCancel) != BoxAnswer::Cancel)
+               BoxButtons::OkCancel) != BoxAnswer::Cancel &&
+        MayLeaveTemplate())
         ShutDownProgram();
 }
 

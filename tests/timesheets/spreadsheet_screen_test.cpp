@@ -206,7 +206,11 @@ TEST_F(SpreadsheetScreenTest, AChangedTemplateOutlivesTheProgram) {
     typeIntoSheet("A1", "precious");
     KeepTemplateChanges(); // the session ends and asks nothing
     EXPECT_TRUE(fileBytes("Unsaved sheet 1.htm").contains("precious"));
-    // Ended by its menu the program asks; a save that is then called off keeps the sheet too.
+    // Ended by its menu the program asks, and goes on when the save is called off.
+    dialogs.expect("Changes were found", BoxAnswer::Yes);
+    dialogs.expectFile(std::nullopt);
+    EXPECT_FALSE(MayLeaveTemplate());
+    // A day that ends takes the screen along; the sheet is kept then too.
     dialogs.expect("Changes were found", BoxAnswer::Yes);
     dialogs.expectFile(std::nullopt);
     dialogs.expect("The sheet could not be saved.  It is kept as " + path("Unsaved sheet 2.htm"));
