@@ -8,7 +8,6 @@
 #include "frame/status_text.h"
 #include "frame/trace.h"
 #include "platform/ports.h"
-#include "platform/texts.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
 #include "timekeeping/break_down.h"

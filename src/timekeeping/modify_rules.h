@@ -3,8 +3,6 @@
 // list holds, and changes nothing else.
 #pragma once
 
-#include "platform/int16.h"
-
 #include <QString>
 
 namespace kelvrane {

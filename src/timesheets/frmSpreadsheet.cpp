@@ -5,6 +5,7 @@
 #include "platform/ports.h"
 #include "timesheets/frmSpreadsheetDatabases.h"
 #include "timesheets/sheet_calculation.h"
+#include "timesheets/sheet_toolbox.h"
 #include "timesheets/spreadsheet_model.h"
 #include "timesheets/spreadsheet_screen.h"
 #include "widgets/captions.h"

@@ -21,17 +21,13 @@ bool MayLeaveTemplate();
 /// The user closes the screen: a changed template is asked about first.
 void CloseSpreadsheet();
 
-/// Shows the settings in the option panel; its changes do nothing meanwhile.
-void FillSMUIToolbox();
 /// Prints what the sheet shows.
 void ShowPrint();
 
-void SheetBarClick(const QString& key);                           ///< a command of SmartToolBar
-void SheetOptionChange(const QString& key, const QString& value); ///< a row of SmartToolbox
-void SheetDateClick(QDate date);                                  ///< a day of MonthView1
-void HideSheetCalendar();                                         ///< a click elsewhere
-void CloseToolbox();                                              ///< ImgClose
-void SheetEdited();                                               ///< the user changed ss1
+void SheetBarClick(const QString& key); ///< a command of SmartToolBar
+void SheetDateClick(QDate date);        ///< a day of MonthView1
+void HideSheetCalendar();               ///< a click elsewhere
+void SheetEdited();                     ///< the user changed ss1
 
 /// The set-up's topic while the option panel is up, else the sheet's.
 int SpreadsheetHelpTopic();

@@ -3,6 +3,7 @@
 #include "frame/error_report.h"
 #include "widgets/cell_line_edit.h"
 #include "widgets/sheet_head.h"
+#include "widgets/sheet_keys.h"
 #include "widgets/theme.h"
 #include "worksheet/cell_painter.h"
 #include "worksheet/cell_text.h"
@@ -25,68 +26,6 @@ constexpr QRgb guides = 0xffe4e7eb;
 constexpr int ring = 2; ///< around the selection, pixels
 constexpr int selectionAlpha = 34;
 constexpr double pixelsPerPoint = 96.0 / 72.0;
-
-struct MoveRow {
-    int key;
-    bool control;
-    Step step;
-};
-constexpr MoveRow moveRows[] = {
-    {Qt::Key_Left, false, Step::Left},     {Qt::Key_Right, false, Step::Right},
-    {Qt::Key_Up, false, Step::Up},         {Qt::Key_Down, false, Step::Down},
-    {Qt::Key_Left, true, Step::JumpLeft},  {Qt::Key_Right, true, Step::JumpRight},
-    {Qt::Key_Up, true, Step::JumpUp},      {Qt::Key_Down, true, Step::JumpDown},
-    {Qt::Key_Home, false, Step::RowStart}, {Qt::Key_Home, true, Step::SheetStart},
-    {Qt::Key_End, false, Step::JumpRight}, {Qt::Key_End, true, Step::SheetEnd},
-    {Qt::Key_PageUp, false, Step::PageUp}, {Qt::Key_PageDown, false, Step::PageDown},
-};
-
-struct AdvanceRow {
-    int key;
-    Step step;
-    Step withShift;
-};
-constexpr AdvanceRow advanceRows[] = {
-    {Qt::Key_Return, Step::Down, Step::Up},
-    {Qt::Key_Enter, Step::Down, Step::Up},
-    {Qt::Key_Tab, Step::Right, Step::Left},
-    {Qt::Key_Backtab, Step::Left, Step::Left},
-};
-
-Qt::KeyboardModifiers PlainModifiers(const QKeyEvent& event) {
-    return event.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
-}
-
-const SheetAction* ActionOfKey(const QKeyEvent& event) {
-    return ActionForKeys(
-        QKeySequence(QKeyCombination(PlainModifiers(event), Qt::Key(event.key()))));
-}
-
-const MoveRow* MoveOfKey(const QKeyEvent& event) {
-    const auto modifiers = PlainModifiers(event) & ~Qt::KeyboardModifiers(Qt::ShiftModifier);
-    const bool control = modifiers == Qt::ControlModifier;
-    if (modifiers && !control)
-        return nullptr;
-    const auto* found = std::ranges::find_if(moveRows, [&](const MoveRow& row) {
-        return row.key == event.key() && row.control == control;
-    });
-    return found == std::end(moveRows) ? nullptr : found;
-}
-
-const AdvanceRow* AdvanceOfKey(const QKeyEvent& event) {
-    if (PlainModifiers(event) & ~Qt::KeyboardModifiers(Qt::ShiftModifier))
-        return nullptr;
-    const auto* found = std::ranges::find(advanceRows, event.key(), &AdvanceRow::key);
-    return found == std::end(advanceRows) ? nullptr : found;
-}
-
-/// Texts go in, also those that AltGr makes; commands don't.
-bool IsTyped(const QKeyEvent& event) {
-    const auto modifiers = event.modifiers();
-    const bool isCommand =
-        bool(modifiers & Qt::ControlModifier) != bool(modifiers & Qt::AltModifier);
-    return !isCommand && !event.text().isEmpty() && event.text().front().isPrint();
-}
 
 } // namespace
 
@@ -309,12 +248,12 @@ void SheetGrid::takeKey(QKeyEvent* event) {
     const bool shift = event->modifiers() & Qt::ShiftModifier;
     if (const SheetAction* action = ActionOfKey(*event)) {
         emit actionWanted(*action);
-    } else if (const MoveRow* row = MoveOfKey(*event)) {
+    } else if (const std::optional<Step> move = MoveOfKey(*event)) {
         m_session->commit();
-        m_session->move(row->step, shift ? Extend::Yes : Extend::No, pageRows());
-    } else if (const AdvanceRow* advance = AdvanceOfKey(*event)) {
+        m_session->move(*move, shift ? Extend::Yes : Extend::No, pageRows());
+    } else if (const std::optional<Step> advance = AdvanceOfKey(*event)) {
         m_session->commit();
-        m_session->advance(shift ? advance->withShift : advance->step);
+        m_session->advance(*advance);
     } else if (event->key() == Qt::Key_Escape && selectsMore()) {
         m_session->select({m_session->active(), m_session->active()}); // the window stays
     } else if (!typesText(*event)) {
@@ -323,7 +262,7 @@ void SheetGrid::takeKey(QKeyEvent* event) {
 }
 
 bool SheetGrid::typesText(const QKeyEvent& event) {
-    const bool erases = event.key() == Qt::Key_Backspace && !PlainModifiers(event);
+    const bool erases = ErasesCell(event);
     if (!erases && !IsTyped(event))
         return false;
     m_session->beginEdit(EditMode::Typing, erases ? QString() : event.text());

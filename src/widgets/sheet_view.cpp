@@ -1,6 +1,7 @@
 #include "widgets/sheet_view.h"
 
 #include "widgets/theme.h"
+#include "worksheet/cell_measures.h"
 #include "worksheet/page_painter.h"
 #include "worksheet/sheet_layout.h"
 

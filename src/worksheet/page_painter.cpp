@@ -1,6 +1,7 @@
 #include "worksheet/page_painter.h"
 
 #include "platform/error.h"
+#include "worksheet/cell_measures.h"
 #include "worksheet/sheet_layout.h"
 
 #include <QPagedPaintDevice>

@@ -1,6 +1,6 @@
 #include "worksheet/sheet_commands.h"
 
-#include "worksheet/cell_painter.h"
+#include "worksheet/cell_measures.h"
 #include "worksheet/sheet_layout.h"
 
 #include <algorithm>

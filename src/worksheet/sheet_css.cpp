@@ -1,5 +1,7 @@
 #include "worksheet/sheet_css.h"
 
+#include "worksheet/css_text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -13,127 +15,12 @@ constexpr qsizetype longestRule = 4096; ///< bytes of declarations for one selec
 constexpr double largestFont = 409;
 constexpr double pixelsToPoints = 0.75;
 
-bool isBlank(char letter) {
-    return letter == ' ' || letter == '\n' || letter == '\t' || letter == '\r' || letter == '\f';
-}
-
-int hexDigit(char letter) {
-    if (letter >= '0' && letter <= '9')
-        return letter - '0';
-    const char lower = static_cast<char>(letter | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
-bool isWord(QByteArrayView text, QByteArrayView word) {
-    return text.compare(word, Qt::CaseInsensitive) == 0;
-}
-
-/// The length up to a mark that stands outside quotes, brackets and escapes.
-qsizetype lengthTo(char mark, QByteArrayView text) {
-    char quote = 0;
-    int brackets = 0;
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        const char letter = text[at];
-        if (letter == '\\')
-            ++at;
-        else if (quote)
-            quote = letter == quote ? '\0' : quote;
-        else if (letter == '"' || letter == '\'')
-            quote = letter;
-        else if (letter == mark && brackets <= 0)
-            return at;
-        else
-            brackets += (letter == '(') - (letter == ')');
-    }
-    return text.size();
-}
-
-/// The text up to a mark, which is cut off together with it.
-QByteArrayView takeTo(char mark, QByteArrayView& text) {
-    const qsizetype length = lengthTo(mark, text);
-    const QByteArrayView taken = text.first(length);
-    text = text.sliced(std::min(length + 1, text.size()));
-    return taken.trimmed();
-}
-
-/// The next of the words that blanks separate; empty behind the last.
-QByteArrayView takeWord(QByteArrayView& text) {
-    text = text.trimmed();
-    qsizetype length = 0;
-    int brackets = 0;
-    for (; length < text.size() && (brackets > 0 || !isBlank(text[length])); ++length)
-        brackets += (text[length] == '(') - (text[length] == ')');
-    const QByteArrayView word = text.first(length);
-    text = text.sliced(length);
-    return word;
-}
-
-/// "@import ...;" or "@media ... {...}" with all that is in it.
-void skipAtRule(QByteArrayView& css) {
-    int depth = 0;
-    qsizetype at = 0;
-    for (bool isOver = false; !isOver && at < css.size(); ++at) {
-        depth += (css[at] == '{') - (css[at] == '}');
-        isOver = depth <= 0 && (css[at] == ';' || css[at] == '}');
-    }
-    css = css.sliced(at);
-}
-
-enum class Codes {
-    UpToSix, ///< hexadecimal digits of an escape; a blank behind them belongs to it
-    Four,    ///< exactly, as in number formats
-};
-
-void appendCode(QString& text, char32_t code) {
-    if (code <= 0xffff)
-        text += QChar(static_cast<char16_t>(code));
-    else
-        text += QString::fromUcs4(&code, 1);
-}
-
-/// What stands behind a backslash, which is cut off.
-void unescape(QString& text, QByteArrayView& rest, Codes codes) {
-    const qsizetype most = codes == Codes::Four ? 4 : 6;
-    qsizetype digits = 0;
-    char32_t code = 0;
-    while (digits < most && digits < rest.size() && hexDigit(rest[digits]) >= 0)
-        code = code * 16 + static_cast<char32_t>(hexDigit(rest[digits++]));
-    if (digits == 0 || (codes == Codes::Four && digits < most))
-        return; // the letter behind it stands for itself
-    appendCode(text, code > 0x10ffff ? U'\ufffd' : code);
-    rest = rest.sliced(digits);
-    if (codes == Codes::UpToSix && !rest.isEmpty() && isBlank(rest[0]))
-        rest = rest.sliced(1);
-}
-
-/// The text of a value with or without quotes.
-QString stringOf(QByteArrayView value, Codes codes) {
-    if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') &&
-        value.back() == value.front())
-        value = value.sliced(1, value.size() - 2);
-    QString text;
-    while (!value.isEmpty()) {
-        const qsizetype plain = value.indexOf('\\');
-        text += QString::fromUtf8(value.first(plain < 0 ? value.size() : plain));
-        if (plain < 0)
-            break;
-        value = value.sliced(plain + 1);
-        const qsizetype before = text.size();
-        unescape(text, value, codes);
-        if (text.size() == before && !value.isEmpty() && value[0] == '\\') {
-            text += u'\\';
-            value = value.sliced(1);
-        }
-    }
-    return text;
-}
-
 int pixels(double length, int most) {
     return static_cast<int>(std::lround(std::clamp(length, 0.0, static_cast<double>(most))));
 }
 
 void readFamily(CssBox& box, QByteArrayView value) {
-    box.style.fontFamily = stringOf(takeTo(',', value), Codes::UpToSix);
+    box.style.fontFamily = StringOf(TakeTo(',', value), EscapeCodes::UpToSix);
 }
 
 void readFontSize(CssBox& box, QByteArrayView value) {
@@ -144,31 +31,31 @@ void readFontSize(CssBox& box, QByteArrayView value) {
     } sizes[] = {{"xx-small", 7}, {"x-small", 10}, {"small", 12},   {"medium", 14},
                  {"large", 18},   {"x-large", 24}, {"xx-large", 36}};
     for (const auto& size : sizes)
-        if (isWord(value, size.word))
+        if (IsWord(value, size.word))
             box.style.pointSize = size.points;
     double points = 0;
     const auto [end, fault] = std::from_chars(value.begin(), value.end(), points);
     if (fault != std::errc())
         return;
-    if (!isWord(QByteArrayView(end, value.end()), "pt"))
+    if (!IsWord(QByteArrayView(end, value.end()), "pt"))
         points = ReadCssLength(value).value_or(0) * pixelsToPoints;
     if (points > 0)
         box.style.pointSize = std::clamp(points, 1.0, largestFont);
 }
 
 void readWeight(CssBox& box, QByteArrayView value) {
-    box.style.bold = isWord(value, "bold") || isWord(value, "bolder") ||
+    box.style.bold = IsWord(value, "bold") || IsWord(value, "bolder") ||
                      (value.size() == 3 && value[0] >= '6' && value[0] <= '9');
 }
 
 void readFontStyle(CssBox& box, QByteArrayView value) {
-    box.style.italic = isWord(value, "italic") || isWord(value, "oblique");
+    box.style.italic = IsWord(value, "italic") || IsWord(value, "oblique");
 }
 
 void readDecoration(CssBox& box, QByteArrayView value) {
     box.style.underline = false;
-    for (QByteArrayView word = takeWord(value); !word.isEmpty(); word = takeWord(value))
-        box.style.underline |= isWord(word, "underline");
+    for (QByteArrayView word = TakeWord(value); !word.isEmpty(); word = TakeWord(value))
+        box.style.underline |= IsWord(word, "underline");
 }
 
 void readInk(CssBox& box, QByteArrayView value) {
@@ -178,26 +65,26 @@ void readInk(CssBox& box, QByteArrayView value) {
 /// The colour may stand among other words: "url(x.png) #ff0000".
 void readFill(CssBox& box, QByteArrayView value) {
     box.style.fill = CellStyle::NoColor;
-    for (QByteArrayView word = takeWord(value); !word.isEmpty(); word = takeWord(value))
+    for (QByteArrayView word = TakeWord(value); !word.isEmpty(); word = TakeWord(value))
         if (const QRgb color = ReadCssColor(word); color != CellStyle::NoColor)
             box.style.fill = color;
 }
 
 void readHorizontal(CssBox& box, QByteArrayView value) {
     using enum HorizontalAlign;
-    box.style.horizontal = isWord(value, "left")     ? Left
-                           : isWord(value, "center") ? Center
-                           : isWord(value, "right")  ? Right
+    box.style.horizontal = IsWord(value, "left")     ? Left
+                           : IsWord(value, "center") ? Center
+                           : IsWord(value, "right")  ? Right
                                                      : General;
 }
 
 void readVertical(CssBox& box, QByteArrayView value) {
     using enum VerticalAlign;
-    box.style.vertical = isWord(value, "top") ? Top : isWord(value, "middle") ? Middle : Bottom;
+    box.style.vertical = IsWord(value, "top") ? Top : IsWord(value, "middle") ? Middle : Bottom;
 }
 
 void readWhiteSpace(CssBox& box, QByteArrayView value) {
-    box.style.wraps = isWord(value, "normal") || isWord(value, "pre-wrap");
+    box.style.wraps = IsWord(value, "normal") || IsWord(value, "pre-wrap");
 }
 
 void readIndent(CssBox& box, QByteArrayView value) {
@@ -219,11 +106,11 @@ CellBorder borderOf(QByteArrayView value) {
         int width;
     } widths[] = {{"thin", 1}, {"medium", 2}, {"thick", 3}};
     CellBorder border;
-    for (QByteArrayView word = takeWord(value); !word.isEmpty(); word = takeWord(value)) {
+    for (QByteArrayView word = TakeWord(value); !word.isEmpty(); word = TakeWord(value)) {
         const auto line =
-            std::ranges::find_if(lines, [&](auto& row) { return isWord(word, row.word); });
+            std::ranges::find_if(lines, [&](auto& row) { return IsWord(word, row.word); });
         const auto width =
-            std::ranges::find_if(widths, [&](auto& row) { return isWord(word, row.word); });
+            std::ranges::find_if(widths, [&](auto& row) { return IsWord(word, row.word); });
         if (line != std::end(lines))
             border.line = line->line;
         else if (width != std::end(widths))
@@ -261,11 +148,11 @@ void readNumberFormat(CssBox& box, QByteArrayView value) {
         {"\"Long Time\"", "h:mm:ss AM/PM"},
     };
     for (const auto& name : names)
-        if (isWord(value, name.word)) {
+        if (IsWord(value, name.word)) {
             box.style.numberFormat = QLatin1String(name.format);
             return;
         }
-    box.style.numberFormat = stringOf(value, Codes::Four);
+    box.style.numberFormat = StringOf(value, EscapeCodes::Four);
 }
 
 void readSide(std::optional<int>& side, QByteArrayView value) {
@@ -289,7 +176,7 @@ constexpr Property properties[] = {
     {"border-right", [](CssBox& box, QByteArrayView value) { box.style.right = borderOf(value); }},
     {"border-top", [](CssBox& box, QByteArrayView value) { box.style.top = borderOf(value); }},
     {"color", readInk},
-    {"display", [](CssBox& box, QByteArrayView value) { box.isHidden = isWord(value, "none"); }},
+    {"display", [](CssBox& box, QByteArrayView value) { box.isHidden = IsWord(value, "none"); }},
     {"font-family", readFamily},
     {"font-size", readFontSize},
     {"font-style", readFontStyle},
@@ -310,10 +197,10 @@ constexpr Property properties[] = {
 void ReadDeclarations(QByteArrayView declarations, CssBox& box) {
     constexpr QByteArrayView important = "!important";
     while (!declarations.isEmpty()) {
-        QByteArrayView declaration = takeTo(';', declarations);
-        const QByteArrayView name = takeTo(':', declaration);
+        QByteArrayView declaration = TakeTo(';', declarations);
+        const QByteArrayView name = TakeTo(':', declaration);
         QByteArrayView value = declaration.trimmed();
-        if (value.size() > important.size() && isWord(value.last(important.size()), important))
+        if (value.size() > important.size() && IsWord(value.last(important.size()), important))
             value = value.chopped(important.size()).trimmed();
         const QByteArray lower = name.toByteArray().toLower();
         const auto property = std::ranges::lower_bound(properties, QByteArrayView(lower),
@@ -327,7 +214,7 @@ QRgb ReadCssColor(QByteArrayView text) {
     text = text.trimmed();
     if (text.startsWith('#')) {
         const QByteArrayView digits = text.sliced(1);
-        if (!std::ranges::all_of(digits, [](char digit) { return hexDigit(digit) >= 0; }))
+        if (!std::ranges::all_of(digits, [](char digit) { return HexDigit(digit) >= 0; }))
             return CellStyle::NoColor;
         uint value = 0;
         std::from_chars(digits.begin(), digits.end(), value, 16);
@@ -352,10 +239,10 @@ QRgb ReadCssColor(QByteArrayView text) {
                                  std::clamp(parts[2], 0, 255))
                           : CellStyle::NoColor;
     }
-    if (isWord(text, "windowtext"))
+    if (IsWord(text, "windowtext"))
         return qRgb(0, 0, 0);
     constexpr qsizetype longestName = 30;
-    if (text.isEmpty() || text.size() > longestName || isWord(text, "transparent"))
+    if (text.isEmpty() || text.size() > longestName || IsWord(text, "transparent"))
         return CellStyle::NoColor;
     const QColor named(QString::fromLatin1(text));
     return named.isValid() ? named.rgb() : CellStyle::NoColor;
@@ -374,7 +261,7 @@ std::optional<double> ReadCssLength(QByteArrayView text) {
         return std::nullopt;
     const QByteArrayView unit(end, text.end());
     for (const auto& row : units)
-        if (isWord(unit, row.unit))
+        if (IsWord(unit, row.unit))
             return number * row.pixels;
     return std::nullopt;
 }
@@ -392,11 +279,11 @@ void StyleSheet::add(QByteArrayView css) {
             continue;
         }
         if (css.startsWith('@')) {
-            skipAtRule(css);
+            SkipAtRule(css);
             continue;
         }
-        const QByteArrayView selectors = takeTo('{', css);
-        addRule(selectors, takeTo('}', css));
+        const QByteArrayView selectors = TakeTo('{', css);
+        addRule(selectors, TakeTo('}', css));
     }
 }
 
@@ -404,7 +291,7 @@ void StyleSheet::addRule(QByteArrayView selectors, QByteArrayView declarations) 
     if (declarations.size() > longestRule)
         return;
     while (!selectors.isEmpty()) {
-        const QByteArray selector = takeTo(',', selectors).toByteArray();
+        const QByteArray selector = TakeTo(',', selectors).toByteArray();
         const bool known = m_rules.contains(selector);
         if (selector.isEmpty() || selector.size() > longestRule || selector.contains(' ') ||
             (!known && m_rules.size() >= mostRules))
@@ -425,7 +312,7 @@ void StyleSheet::apply(QByteArrayView element, QByteArrayView classes, CssBox& b
     if (m_rules.isEmpty())
         return;
     applyRule(element.toByteArray(), box);
-    for (QByteArrayView word = takeWord(classes); !word.isEmpty(); word = takeWord(classes)) {
+    for (QByteArrayView word = TakeWord(classes); !word.isEmpty(); word = TakeWord(classes)) {
         const QByteArray selector = '.' + word.toByteArray();
         applyRule(selector, box);
         applyRule(element.toByteArray() + selector, box);

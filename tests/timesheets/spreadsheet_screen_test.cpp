@@ -2,6 +2,7 @@
 #include "frame/settings.h"
 #include "sheet_fixture.h"
 #include "timesheets/database_list.h"
+#include "timesheets/sheet_toolbox.h"
 #include "timesheets/spreadsheet_model.h"
 #include "timesheets/spreadsheet_screen.h"
 #include "timesheets/template_files.h"

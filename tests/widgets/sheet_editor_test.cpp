@@ -4,6 +4,7 @@
 #include "widgets/sheet_grid.h"
 #include "widgets/sheet_head.h"
 #include "widgets/sheet_view.h"
+#include "worksheet/cell_measures.h"
 #include "worksheet/page_painter.h"
 #include "worksheet/sheet_clipboard.h"
 #include "worksheet/sheet_session.h"

@@ -1,3 +1,4 @@
+#include "worksheet/cell_measures.h"
 #include "worksheet/page_painter.h"
 #include "worksheet/sheet_layout.h"
 

@@ -1,5 +1,5 @@
 #include "support/raised_error.h"
-#include "worksheet/cell_painter.h"
+#include "worksheet/cell_measures.h"
 #include "worksheet/sheet_actions.h"
 #include "worksheet/sheet_clipboard.h"
 #include "worksheet/sheet_commands.h"
