@@ -6,7 +6,6 @@
 #include "frame/tray_menus.h"
 #include "platform/skip_errors.h"
 #include "startup/install_step.h"
-#include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/control_views.h"
 #include "tray/hidden_form.h"
@@ -93,14 +92,9 @@ StartResult Program::start(const QString& commandText) {
 }
 
 void Program::saveForLogOut() {
-    // A process that never loaded the day, such as a collection's viewer, has nothing to save, and
-    // the files are perhaps being written by the one that has.
-    if (!Control().loaded && DayEntries.isEmpty())
-        return;
     SkipErrors step(QStringLiteral("LogOut"));
     step([] { SaveForLogOut(); });
-    if (Control().loaded) // otherwise it was saved when the screen was unloaded
-        step([] { SaveControlLayout(); });
+    step([] { SaveControlLayout(); });
 }
 
 } // namespace kelvrane

@@ -116,7 +116,9 @@ void SaveForLogOut() {
     SkipErrors step(QStringLiteral("LogOut"));
     step(KeepTemplateChanges);
     step(KeepViewerChanges);
-    if (!dayIsKnown()) // a process that only shows a collection has no day to save
+    // A process that never loaded the day, such as a collection's viewer, has none to save, and the
+    // files are perhaps being written by the one that has.
+    if (!dayIsKnown())
         return;
     const bool slept = SleptOverMidnight(LastTick, ports.clock->now());
     if (!slept)
