@@ -2,7 +2,7 @@
 SHELL := /bin/bash
 .DEFAULT_GOAL := help
 .PHONY: help run test tour install uninstall package check-package bench sanitize fuzz format check-format clean \
-        setup-build setup-package setup-packtest setup-bench setup-fuzz setup-lint
+        setup-build setup-test setup-package setup-packtest setup-bench setup-fuzz setup-lint
 
 # Set on the command line: make run ARGS=debug, make install PREFIX=$HOME/.local
 ARGS ?=
@@ -23,7 +23,7 @@ run: setup-build build/release/build.ninja ## build the program and start it (wi
 	    exec $(MAKE) --no-print-directory tour; \
 	fi
 
-test: setup-build build/release/build.ninja ## build everything and run every test, headless
+test: setup-build setup-test build/release/build.ninja ## build everything and run every test, headless
 	cmake --build --preset release
 	ctest --preset release
 
@@ -56,7 +56,7 @@ sanitize: export ASAN_OPTIONS = detect_leaks=1:detect_stack_use_after_return=1:s
 sanitize: export LSAN_OPTIONS = suppressions=$(CURDIR)/tools/lsan.supp:print_suppressions=0
 sanitize: export UBSAN_OPTIONS = print_stacktrace=1
 sanitize: export QT_QPA_PLATFORM = offscreen
-sanitize: setup-build build/sanitize/build.ninja ## the tests under address and undefined-behaviour checks
+sanitize: setup-build setup-test build/sanitize/build.ninja ## the tests under address and undefined-behaviour checks
 	cmake --build --preset sanitize
 	ctest --preset sanitize
 
@@ -74,7 +74,7 @@ check-format: setup-lint ## fail where a source isn't formatted
 clean: ## remove everything that was built
 	rm -rf build out
 
-setup-build setup-package setup-packtest setup-bench setup-fuzz setup-lint: setup-%:
+setup-build setup-test setup-package setup-packtest setup-bench setup-fuzz setup-lint: setup-%:
 	@tools/setup.sh $*
 
 # A changed CMakeLists.txt is Ninja's business; a changed preset is ours.

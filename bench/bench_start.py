@@ -6,6 +6,8 @@
   start       from the start of the process to the first paint of its window, against an empty
               window with a tray icon and a table; both started in turns, median of the ratios
   history     the same start with a history of 1,250,000 rows against one of a single row
+  network     the same start with an update host that takes connections and never answers, against
+              one with no host
   memory      proportional set size 10 seconds after all windows are gone, against the same floor
   sleep       wake-ups of the idle process, and whether it writes anything
 
@@ -14,9 +16,11 @@ its screens after it when the variable is "unload". Exit status 1 when a limit i
 """
 
 import argparse
+import json
 import os
 import select
 import signal
+import socket
 import statistics
 import subprocess
 import sys
@@ -24,7 +28,7 @@ import tempfile
 import time
 from pathlib import Path
 
-START_LIMIT, HISTORY_LIMIT, MEMORY_LIMIT = 2.0, 1.1, 1.4
+START_LIMIT, HISTORY_LIMIT, NETWORK_LIMIT, MEMORY_LIMIT = 2.0, 1.1, 1.1, 1.4
 WAKE_UPS_PER_TICK = 4  # a tick comes every 10 seconds
 PATIENCE = 30  # seconds
 SETTLING = 20  # without a tray the window that stands in comes after 20 seconds, once
@@ -112,6 +116,13 @@ def start_pairs(display, pairs, first, second):
             statistics.median(ratios))
 
 
+def set_update_host(home, host):
+    path = Path(home, "settings.json")
+    settings = json.loads(path.read_text())
+    settings["keys"]["Software\\brindlemoor-ware\\Kelvrane"]["UpdateWebHost"] = host
+    path.write_text(json.dumps(settings))
+
+
 def contents(folder):
     return {path: path.stat().st_mtime_ns for path in Path(folder).rglob("*")}
 
@@ -119,12 +130,12 @@ def contents(folder):
 class Table:
     def __init__(self):
         self.over = 0
-        print(f"{'name':36} {'median':>12} {'floor':>12} {'ratio':>7} {'limit':>9}")
+        print(f"{'name':38} {'median':>12} {'floor':>12} {'ratio':>7} {'limit':>9}")
 
     def row(self, name, figure, floor, ratio, limit):
         kept = ratio <= limit
         self.over += not kept
-        print(f"{name:36} {figure:>12} {floor:>12} {ratio:7.2f} {limit:9.2f}  "
+        print(f"{name:38} {figure:>12} {floor:>12} {ratio:7.2f} {limit:9.2f}  "
               f"{'ok' if kept else 'OVER'}", flush=True)
 
 
@@ -139,8 +150,8 @@ def main():
     program, window = (str(build / "kelvrane"),), (str(build / "bench/empty_window"),)
 
     with tempfile.TemporaryDirectory(dir=build) as folder, Display() as display:
-        short, long = Path(folder, "short"), Path(folder, "long")
-        for home, rows in ((short, 1), (long, arguments.rows)):
+        short, long, asking = (Path(folder, name) for name in ("short", "long", "asking"))
+        for home, rows in ((short, 1), (long, arguments.rows), (asking, 1)):
             subprocess.run([build / "bench/prepare_folder", home, str(rows)], check=True,
                            env=dict(os.environ, QT_QPA_PLATFORM="offscreen"))
         table = Table()
@@ -149,6 +160,12 @@ def main():
         time_, floor, ratio = start_pairs(display, arguments.pairs, (program, long), (program, short))
         table.row(f"start, {arguments.rows:,} rows against 1", f"{time_:.0f} ms", f"{floor:.0f} ms",
                   ratio, HISTORY_LIMIT)
+        with socket.create_server(("127.0.0.1", 0)) as silent:
+            set_update_host(asking, f"127.0.0.1:{silent.getsockname()[1]}")
+            time_, floor, ratio = start_pairs(display, arguments.pairs, (program, asking),
+                                              (program, short))
+        table.row("start, silent update host against none", f"{time_:.0f} ms", f"{floor:.0f} ms",
+                  ratio, NETWORK_LIMIT)
 
         # One after the other: shared pages would otherwise be split between the two.
         with Running(display, [*window, "close"]) as empty:

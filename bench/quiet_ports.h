@@ -68,10 +68,10 @@ class QuietHelp final : public Help {
     void show(const QString&) override {}
 };
 
-class QuietUpdates final : public Updates {
+class QuietInternet final : public Internet {
   public:
-    bool check(bool, bool, const QString&) override { return true; }
-    void fetchUsageLog() override {}
+    void fetch(const InternetRequest&, OnStatus, OnResult) override {}
+    void cancelAll() override {}
 };
 
 class QuietEvents final : public Events {
@@ -108,7 +108,7 @@ class QuietPorts {
         ports.tray = &m_tray;
         ports.sound = &m_sound;
         ports.help = &m_help;
-        ports.updates = &m_updates;
+        ports.internet = &m_internet;
         ports.events = &m_events;
         ports.timers = &m_timers;
     }
@@ -131,7 +131,7 @@ class QuietPorts {
     QuietTray m_tray;
     QuietSound m_sound;
     QuietHelp m_help;
-    QuietUpdates m_updates;
+    QuietInternet m_internet;
     QuietEvents m_events;
     StillTimers m_timers;
     std::unique_ptr<SettingsStore> m_settings;

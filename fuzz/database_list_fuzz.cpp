@@ -29,6 +29,7 @@ class MemoryFile final : public FileStore {
     void copy(const QString&, const QString&) override {}
     void remove(const QString&, bool) override {}
     void createFolder(const QString&) override {}
+    void removeFolder(const QString&) override {}
     QStringList filesIn(const QString&) const override { return {}; }
 
   private:

@@ -15,13 +15,6 @@
 
 namespace kelvrane {
 
-bool LaterUpdates::check(bool showMessages, bool /*force*/, const QString& /*fileName*/) {
-    if (showMessages)
-        MsgBox(QStringLiteral("There is not an update available at this time."),
-               QStringLiteral("Kelvrane up to date."));
-    return true;
-}
-
 Program::Program(const PortChoices& choices)
     : m_tray(&Menus().mnuSysTray, &Menus().mnuRProjects),
       m_helpKey([this](const QWidget* window) { return helpTopic(window); }) {
@@ -37,7 +30,7 @@ Program::Program(const PortChoices& choices)
              .volumes = &m_volumes,
              .help = choose(choices.help, static_cast<Help*>(&m_help)),
              .launcher = &m_launcher,
-             .updates = &m_updates,
+             .internet = &m_internet,
              .events = &m_events,
              .clipboard = &m_clipboard,
              .timers = choose(choices.timers, static_cast<Timers*>(&m_timers)),

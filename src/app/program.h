@@ -7,6 +7,7 @@
 
 #include "app/help_key.h"
 #include "app/screen_host.h"
+#include "app/transfer_internet.h"
 #include "platform/clock.h"
 #include "platform/file_store.h"
 #include "platform/settings_store.h"
@@ -25,13 +26,6 @@
 class QLockFile;
 
 namespace kelvrane {
-
-/// What comes with later versions: updates over the network.
-class LaterUpdates : public Updates {
-  public:
-    bool check(bool showMessages, bool force, const QString& fileName) override;
-    void fetchUsageLog() override {}
-};
 
 /// Lets a test or the tour put its own in the place of single ports.
 struct PortChoices {
@@ -76,7 +70,7 @@ class Program : public QObject {
     QtProcess m_process{&m_events};
     HelpViewer m_help;
     DesktopLauncher m_launcher;
-    LaterUpdates m_updates;
+    TransferInternet m_internet;
     ProgressBox m_progress;
     ScreenHost m_screens;
     TrayIcon m_tray;

@@ -2,15 +2,39 @@
 
 #include "frame/settings.h"
 
+#include <QUrl>
+
 namespace kelvrane {
 
-QString MakerWebAddress() {
-    QString host = RegQueryValue(keys::Main, QStringLiteral("UpdateWebHost")).trimmed();
+namespace {
+
+QString setting(const char* name) {
+    // A name that is all digits comes with its terminator.
+    return RegQueryValue(keys::Main, QString::fromLatin1(name)).remove(QChar::Null).trimmed();
+}
+
+QString address(const char* name, const char* scheme) {
+    QString host = setting(name);
     while (host.endsWith(QLatin1Char('/')) && !host.endsWith(QLatin1String("://")))
         host.chop(1);
     if (host.isEmpty() || host.contains(QLatin1String("://")))
         return host;
-    return QStringLiteral("http://") + host;
+    return QString::fromLatin1(scheme) + host;
+}
+
+} // namespace
+
+QString MakerWebAddress() {
+    return address("UpdateWebHost", "http://");
+}
+
+QString MakerFtpAddress() {
+    return address("UpdateFtpHost", "ftp://");
+}
+
+QString MakerFtpAccount() {
+    const QString account = setting("UpdateFtpUser");
+    return account.isEmpty() ? QUrl(MakerWebAddress()).host() : account;
 }
 
 } // namespace kelvrane

@@ -10,4 +10,10 @@ namespace kelvrane {
 /// plain host name with "http://" before it; "" when none is set.
 QString MakerWebAddress();
 
+/// The value UpdateFtpHost in the same way, with "ftp://" before a plain name.
+QString MakerFtpAddress();
+
+/// The account there: the value UpdateFtpUser; with none set, the name of the web host.
+QString MakerFtpAccount();
+
 } // namespace kelvrane

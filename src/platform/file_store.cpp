@@ -241,6 +241,11 @@ void DiskFileStore::createFolder(const QString& path) {
     raiseErrno(code == EEXIST ? ENOTDIR : code, path);
 }
 
+void DiskFileStore::removeFolder(const QString& path) {
+    if (::rmdir(nativeName(path).constData()) != 0)
+        raiseErrno(errno, path);
+}
+
 QStringList DiskFileStore::filesIn(const QString& folder) const {
     if (folder.isEmpty() || folder.contains(QChar::Null))
         return {};

@@ -37,6 +37,8 @@ class FileStore {
     virtual void remove(const QString& path, bool forced) = 0;
     /// Creates a folder with all parents, mode 0700. Nothing when it exists.
     virtual void createFolder(const QString& path) = 0;
+    /// Removes an empty folder.
+    virtual void removeFolder(const QString& path) = 0;
     /// Names of the files (not folders) in a folder, sorted; empty when there is none.
     virtual QStringList filesIn(const QString& folder) const = 0;
 
@@ -57,6 +59,7 @@ class DiskFileStore : public FileStore {
     void copy(const QString& source, const QString& target) override;
     void remove(const QString& path, bool forced) override;
     void createFolder(const QString& path) override;
+    void removeFolder(const QString& path) override;
     QStringList filesIn(const QString& folder) const override;
 };
 

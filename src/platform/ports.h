@@ -4,6 +4,7 @@
 
 #include "platform/clock.h"
 #include "platform/file_store.h"
+#include "platform/internet.h"
 #include "platform/screens.h"
 
 #include <QObject>
@@ -105,16 +106,11 @@ class Help {
 class Launcher {
   public:
     virtual ~Launcher() = default;
-    /// Opens a web address or a file with the desktop's program for it and doesn't wait.
-    virtual void open(const QString& address) = 0;
-};
-
-class Updates {
-  public:
-    virtual ~Updates() = default;
-    /// True when up to date. A quiet check (no messages, not forced) doesn't wait.
-    virtual bool check(bool showMessages, bool force, const QString& fileName) = 0;
-    virtual void fetchUsageLog() = 0;
+    /// Opens a web address or a file with the desktop's program for it and doesn't wait. False when
+    /// there is none.
+    virtual bool open(const QString& address) = 0;
+    /// Starts a program of its own, which outlives this one. False when it couldn't be started.
+    virtual bool run(const QString& program) = 0;
 };
 
 class Events {
@@ -169,7 +165,7 @@ struct Ports {
     Volumes* volumes = nullptr;
     Help* help = nullptr;
     Launcher* launcher = nullptr;
-    Updates* updates = nullptr;
+    Internet* internet = nullptr;
     Events* events = nullptr;
     Clipboard* clipboard = nullptr;
     Timers* timers = nullptr;

@@ -4,6 +4,7 @@
 #include "frame/globals.h"
 #include "platform/ports.h"
 #include "tray/hidden_form.h"
+#include "update/auto_update.h"
 
 #include <QFileInfo>
 
@@ -47,7 +48,8 @@ bool ProcessCommandLine(const QString& Argument) {
         viewCollection(line.operand);
         return true;
     case Command::ForceUpdate:
-        ports.updates->check(false, true, line.operand);
+        UnloadHiddenForm(); // no tick runs beside it
+        AutoUpdate(false, true, line.operand);
         return true;
     case Command::Debug:
         DebugMode = true;

@@ -15,6 +15,7 @@
 #include "timesheets/template_variables.h"
 #include "timevalues/day_history.h"
 #include "tray/hidden_form.h"
+#include "update/auto_update.h"
 
 #include <variant>
 
@@ -100,7 +101,7 @@ bool DatabaseDialogLoop() {
 StartResult Main(const QString& CommandText, bool previousInstance) {
     SkipErrors step(QStringLiteral("Main"));
     step([] { HiddenForm(); });
-    step([] { ports.updates->fetchUsageLog(); });
+    step([] { FetchUsageLog(); });
     DebugMode = false;
     if (!CommandText.isEmpty()) {
         if (ProcessCommandLine(CommandText)) {
@@ -119,7 +120,7 @@ StartResult Main(const QString& CommandText, bool previousInstance) {
     step([] { InitializeDayInfo(); });
     LogStep(QStringLiteral("End DB Initialize"));
     LogStep(QStringLiteral("Checking for update"));
-    step([] { ports.updates->check(false, false, {}); });
+    step([] { AutoUpdate(false, false, {}); });
     CounterMinutes = BreakMinutes = 0;
     OnBreak = 0;
     DayStopped = false;

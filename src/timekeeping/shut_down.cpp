@@ -41,6 +41,11 @@ void UnloadAllForms() {
 void ShutDownProgram() {
     SkipErrors step(QStringLiteral("ShutDownProgram"));
     step([] { SaveDayFile(); });
+    EndProgram();
+}
+
+void EndProgram() {
+    SkipErrors step(QStringLiteral("ShutDownProgram"));
     step([] { UnloadAllForms(); });
     step([] { ports.tray->removeIcon(); });
     step([] { ports.process->end(); });

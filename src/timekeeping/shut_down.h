@@ -10,4 +10,7 @@ void UnloadAllForms();
 /// running entry stays running in the file and goes on counting at the next start.
 void ShutDownProgram();
 
+/// The same without the day file, for a process that never loaded the day.
+void EndProgram();
+
 } // namespace kelvrane

@@ -11,6 +11,7 @@
 #include "timesheets/spreadsheet_screen.h"
 #include "timevalues/counter.h"
 #include "tray/minute_tick.h"
+#include "update/auto_update.h"
 
 #include <algorithm>
 #include <memory>
@@ -49,7 +50,7 @@ void checkForUpdate() {
     if (Agrees(QStringLiteral("You must be connected to the internet to successfully update "
                               "Kelvrane.  Are you connected to the internet?"),
                QStringLiteral("Internet connection available")))
-        ports.updates->check(true, false, {});
+        AutoUpdate(true, false, {});
 }
 
 void exitProgram() {

@@ -13,6 +13,7 @@
 #include "timevalues/day_history.h"
 #include "timevalues/time_values.h"
 #include "tray/time_rules.h"
+#include "update/auto_update.h"
 
 #include <QScopedValueRollback>
 
@@ -96,7 +97,7 @@ void NoticeSleep() {
 
 void ChangeOfDay() {
     SkipErrors step(QStringLiteral("TMR_Minute"));
-    step([] { ports.updates->check(false, false, {}); });
+    step([] { AutoUpdate(false, false, {}); });
     if (DayStopped) {
         step([] { LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries); });
         CurrentEntryIndex = -1;

@@ -12,6 +12,7 @@
 #include <QGuiApplication>
 #include <QMediaDevices>
 #include <QMediaPlayer>
+#include <QProcess>
 #include <QSoundEffect>
 #include <QTimer>
 #include <QUrl>
@@ -116,8 +117,12 @@ void QtClipboard::setText(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
 }
 
-void DesktopLauncher::open(const QString& address) {
-    QDesktopServices::openUrl(QUrl::fromUserInput(address));
+bool DesktopLauncher::open(const QString& address) {
+    return QDesktopServices::openUrl(QUrl::fromUserInput(address));
+}
+
+bool DesktopLauncher::run(const QString& program) {
+    return QProcess::startDetached(program, {}, QFileInfo(program).path());
 }
 
 void QtProcess::end() {

@@ -52,7 +52,8 @@ class QtClipboard : public Clipboard {
 
 class DesktopLauncher : public Launcher {
   public:
-    void open(const QString& address) override;
+    bool open(const QString& address) override;
+    bool run(const QString& program) override;
 };
 
 class QtProcess : public Process {

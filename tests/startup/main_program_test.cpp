@@ -41,10 +41,21 @@ TEST_F(Start, ReadsTheSettingsAndShowsTheControlScreen) {
     EXPECT_TRUE(NoRecentProjects);
     EXPECT_TRUE(tray.iconShown);
     EXPECT_EQ(screens.shown, (QList<Screen>{Screen::frmSTM, Screen::frmTip}));
-    EXPECT_EQ(updates.usageLogs, 1);
+    EXPECT_TRUE(internet.requests.isEmpty()) << "no host is set";
     EXPECT_EQ(fileBytes("SSDBInfo.dat"),
               ("Current User;" + path("DayInfo.mdb") + ";\r\n").toUtf8());
     ASSERT_NE(TMR, nullptr);
+}
+
+TEST_F(Start, WithAHostTheNetworkIsAskedQuietlyAndNotAwaited) {
+    RegSetKeyValue(keys::Main, "UpdateWebHost", QString("updates.example"));
+    EXPECT_EQ(Main({}, false), StartResult::Running); // nothing answered yet
+    EXPECT_EQ(internet.addresses(),
+              (QStringList{"http://updates.example/updateinfo/kelvrane/userlog.txt",
+                           "http://updates.example/updateinfo/kelvrane/kelvrane_version.txt"}));
+    for (const InternetRequest& request : internet.requests)
+        EXPECT_TRUE(request.quiet);
+    internet.deliver(); // the host can't be reached: no box
 }
 
 TEST_F(Start, ASecondInstanceSaysSoAndTouchesNothing) {
@@ -167,8 +178,10 @@ TEST_F(Start, CommandLinesAreRead) {
         EXPECT_EQ(line.command, row.command) << row.text.toStdString();
         EXPECT_EQ(line.operand, row.operand) << row.text.toStdString();
     }
+    dialogs.expect("There is not an update available at this time.");
     EXPECT_EQ(Main("ForceUpdate next.txt", false), StartResult::Ended);
-    EXPECT_EQ(updates.checks, QStringList{"force next.txt"});
+    EXPECT_TRUE(screens.shown.isEmpty());
+    EXPECT_EQ(TMR, nullptr);
     EXPECT_EQ(Main("ForceUpdate", false), StartResult::Running);
 }
 

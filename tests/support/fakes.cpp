@@ -15,6 +15,8 @@
 #include <QFile>
 #include <QPdfWriter>
 
+#include <utility>
+
 namespace kelvrane::testing {
 
 void FakeClock::set(const QString& text) {
@@ -85,11 +87,43 @@ bool FakePrinter::print(const QString& title,
     return true;
 }
 
-bool FakeUpdates::check(bool showMessages, bool force, const QString& fileName) {
-    checks.append(force          ? QStringLiteral("force ") + fileName
-                  : showMessages ? QStringLiteral("messages")
-                                 : QStringLiteral("quiet"));
-    return true;
+void FakeInternet::fetch(const InternetRequest& request, OnStatus onStatus, OnResult onResult) {
+    requests.append(request);
+    if (hangs)
+        return;
+    if (request.quiet)
+        m_waiting.append([=, this] { answer(request, onStatus, onResult); });
+    else
+        answer(request, onStatus, onResult);
+}
+
+void FakeInternet::deliver() {
+    const auto waiting = std::exchange(m_waiting, {});
+    for (const auto& reply : waiting)
+        reply();
+}
+
+void FakeInternet::answer(const InternetRequest& request, const OnStatus& onStatus,
+                          const OnResult& onResult) {
+    const Reply reply =
+        replies.value(request.address, Reply{.error = internet_errors::CannotConnect});
+    for (const InternetStatus& status : reply.statuses)
+        if (onStatus)
+            onStatus(status);
+    if (reply.error == 0 && !request.file.isEmpty()) {
+        QFile file(request.file);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::NewOnly));
+        file.write(reply.bytes);
+    }
+    const bool isText = reply.error == 0 && request.file.isEmpty();
+    onResult({.error = reply.error, .text = isText ? reply.bytes : QByteArray()});
+}
+
+QStringList FakeInternet::addresses() const {
+    QStringList list;
+    for (const InternetRequest& request : requests)
+        list.append(request.address);
+    return list;
 }
 
 bool FakeEvents::waitUntil(const std::function<bool()>& condition) {
@@ -123,7 +157,7 @@ ProgramTest::ProgramTest() {
              .volumes = &volumes,
              .help = &help,
              .launcher = &launcher,
-             .updates = &updates,
+             .internet = &internet,
              .events = &events,
              .clipboard = &clipboard,
              .timers = &timers,

@@ -9,6 +9,7 @@
 #include "platform/ports.h"
 #include "platform/settings_store.h"
 
+#include <QHash>
 #include <QList>
 #include <QPair>
 #include <QSet>
@@ -131,16 +132,44 @@ class FakeHelp final : public Help {
 
 class FakeLauncher final : public Launcher {
   public:
-    void open(const QString& address) override { opened.append(address); }
-    QStringList opened;
+    bool open(const QString& address) override {
+        opened.append(address);
+        return starts;
+    }
+    bool run(const QString& program) override {
+        ran.append(program);
+        return starts;
+    }
+    QStringList opened, ran;
+    bool starts = true; ///< false: nothing can be started
 };
 
-class FakeUpdates final : public Updates {
+/// Answers from a table of addresses; what isn't in it can't be reached. A quiet request waits for
+/// deliver(), every other one is answered at once.
+class FakeInternet final : public Internet {
   public:
-    bool check(bool showMessages, bool force, const QString& fileName) override;
-    void fetchUsageLog() override { ++usageLogs; }
-    QStringList checks; ///< "messages", "quiet" or "force <file>"
-    int usageLogs = 0;
+    struct Reply {
+        QByteArray bytes = {}; ///< the text, or what the file holds
+        int error = 0;         ///< a file is then not there
+        QList<InternetStatus> statuses = {};
+    };
+    void fetch(const InternetRequest& request, OnStatus onStatus, OnResult onResult) override;
+    void cancelAll() override {
+        m_waiting.clear();
+        ++cancels;
+    }
+    void deliver();
+
+    QHash<QString, Reply> replies; ///< by address
+    QList<InternetRequest> requests;
+    bool hangs = false; ///< nothing is ever answered
+    int cancels = 0;
+
+    QStringList addresses() const;
+
+  private:
+    void answer(const InternetRequest& request, const OnStatus& onStatus, const OnResult& onResult);
+    QList<std::function<void()>> m_waiting;
 };
 
 class FakeEvents final : public Events {
@@ -212,7 +241,7 @@ class ProgramTest : public ::testing::Test {
     FakeVolumes volumes;
     FakeHelp help;
     FakeLauncher launcher;
-    FakeUpdates updates;
+    FakeInternet internet;
     FakeEvents events;
     FakeClipboard clipboard;
     FakeTimers timers;

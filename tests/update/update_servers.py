@@ -24,6 +24,7 @@ import ssl
 import subprocess
 import sys
 import threading
+import time
 from pathlib import Path
 
 PASSWORD = "qvnctlro"
@@ -34,7 +35,8 @@ class WebHandler(http.server.SimpleHTTPRequestHandler):
     def do_GET(self):
         odd = {
             "/odd/cut": self.cut_off,
-            "/odd/endless": self.endless,
+            "/odd/endless": lambda: self.endless(1000, 0),
+            "/odd/drops": lambda: self.endless(1, 0.1),
             "/odd/redirect-to-file": lambda: self.redirect("file:///etc/passwd"),
             "/odd/redirect-round": lambda: self.redirect("/odd/redirect-round"),
             "/odd/redirect-home": lambda: self.redirect(self.path.partition("?")[2]),
@@ -57,12 +59,13 @@ class WebHandler(http.server.SimpleHTTPRequestHandler):
         self.end_headers()
         self.wfile.write(b"VERSION:9.")
 
-    def endless(self):
+    def endless(self, lines, pause):
         self.send_response(200)
         self.end_headers()
         try:
             while True:
-                self.wfile.write(b"VERSION:9.9.9\n" * 1000)
+                self.wfile.write(b"VERSION:9.9.9\n" * lines)
+                time.sleep(pause)
         except OSError:
             pass
 
