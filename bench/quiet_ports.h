@@ -38,7 +38,6 @@ class QuietScreens final : public Screens {
     void unload(Screen) override {}
     bool isVisible(Screen) const override { return false; }
     bool isLoaded(Screen) const override { return false; }
-    bool exists(Screen) const override { return true; }
 };
 
 class QuietProgress final : public Progress {

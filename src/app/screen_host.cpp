@@ -165,10 +165,6 @@ bool ScreenHost::isLoaded(Screen screen) const {
     return widget(screen);
 }
 
-bool ScreenHost::exists(Screen screen) const {
-    return slotOf(screen);
-}
-
 QWidget* ScreenHost::widget(Screen screen) const {
     const Slot* slot = slotOf(screen);
     return slot ? slot->widget.data() : nullptr;

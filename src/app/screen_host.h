@@ -20,7 +20,7 @@ class QWidget;
 
 namespace kelvrane {
 
-/// A screen of this version.
+/// A screen, how it is made and what its unload does.
 struct ScreenRow {
     Screen screen;
     QWidget* (*create)();
@@ -28,7 +28,7 @@ struct ScreenRow {
     int (*helpTopic)() = nullptr; ///< of F1 in its window; none: the contents
 };
 
-/// The screens of this version.
+/// Every screen but frmInfo, which has no window, and frmProgress, which is a port of its own.
 std::span<const ScreenRow> ScreenTable();
 
 class ScreenHost : public QObject, public Screens {
@@ -43,7 +43,6 @@ class ScreenHost : public QObject, public Screens {
     void unload(Screen screen) override;
     bool isVisible(Screen screen) const override;
     bool isLoaded(Screen screen) const override;
-    bool exists(Screen screen) const override;
 
     /// Shut-down: everything modal closes as cancelled, then every screen unloads.
     void unloadAll();

@@ -67,12 +67,6 @@ void GetSpreadSheetOptions() {
     panel.setValue(templateRow, stored("SS_Template"));
     showCollection(stored("CollectionLoc"), stored("CollectionFileName"));
     followCollection();
-    const bool canBrowse = ports.screens->exists(Screen::frmCollectionLoc);
-    for (const QString& row : {locationRow, collectionRow}) {
-        panel.setEnabled(row, canBrowse);
-        panel.setToolTip(row, canBrowse ? QString()
-                                        : QStringLiteral("This screen comes with a later version"));
-    }
 }
 
 void TakeTimeIncrement(const QString& increment) {

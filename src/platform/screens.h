@@ -31,8 +31,7 @@ enum class Screen {
 class Screens {
   public:
     virtual ~Screens() = default;
-    /// Loads the screen when it isn't, and shows it without waiting. Nothing for a screen that this
-    /// version doesn't have.
+    /// Loads the screen when it isn't, and shows it without waiting.
     virtual void show(Screen screen) = 0;
     /// Raises a shown screen above the others and asks for the focus.
     virtual void bringForward(Screen screen) = 0;
@@ -40,8 +39,6 @@ class Screens {
     virtual void unload(Screen screen) = 0;
     virtual bool isVisible(Screen screen) const = 0;
     virtual bool isLoaded(Screen screen) const = 0;
-    /// Whether this version has the screen at all.
-    virtual bool exists(Screen screen) const = 0;
 };
 
 } // namespace kelvrane

@@ -33,7 +33,6 @@ const QString projectNumber = QStringLiteral("PROJECT_NUM");
 const QString deleteItem = QStringLiteral("mnuSetDataDeleteProject");
 const QString modifyItem = QStringLiteral("mnuSetDataModifyTime");
 const QString separatorItem = QStringLiteral("mnuSetDataSep1");
-const QString notYet = QStringLiteral("This screen comes with a later version");
 
 // Launchers of the panel, and the screens that they open.
 struct ScreenLauncher {
@@ -45,21 +44,6 @@ constexpr ScreenLauncher launchers[] = {
     {"DATABASE", Screen::frmDataBase}, {"OPTIONS", Screen::frmOptions},
     {"DAYINFO", Screen::frmDayInfo},
 };
-
-void enableLaunchers() {
-    KeyedItems& panel = Control().smuiPanelLaunch;
-    for (const ScreenLauncher& launcher : launchers) {
-        const QString key = QString::fromLatin1(launcher.key);
-        const bool exists = ports.screens->exists(launcher.screen);
-        panel.setEnabled(key, exists);
-        if (!exists)
-            panel.setToolTip(key, notYet);
-    }
-    if (!ports.screens->exists(Screen::frmModify)) {
-        Control().mnuSetData.setEnabled(modifyItem, false);
-        Control().mnuSetData.setToolTip(modifyItem, notYet);
-    }
-}
 
 /// The only digit that counts for a delete is the key's last one; entries from 10 on delete the
 /// entry of their last digit. It stays so.
@@ -93,7 +77,6 @@ void LoadControlScreen() {
     control.loaded = true;
     QString runningName;
     QString runningNumber;
-    step([] { enableLaunchers(); });
     LogStep(QStringLiteral("  Getting Control Screen Variables"));
     step([] { ReadControlLayout(); });
     step([] { ShowControlPanel(Control().layout.ControlPanelShowing, false); });
@@ -239,7 +222,7 @@ void BreakDownSelect(const QString& key) {
 }
 
 void SetDataClick(const QString& key) {
-    if (key == modifyItem && ports.screens->exists(Screen::frmModify)) {
+    if (key == modifyItem) {
         ModifyOpen = true;
         ports.screens->show(Screen::frmModify);
         ports.screens->bringForward(Screen::frmModify);

@@ -35,17 +35,6 @@ constexpr ScreenLauncher launchers[] = {
     {"mnuDaysInfo", Screen::frmDayInfo, false},
 };
 
-void enableLaunchers() {
-    KeyedItems& menu = Menus().mnuSysTray;
-    for (const ScreenLauncher& launcher : launchers) {
-        if (ports.screens->exists(launcher.screen))
-            continue;
-        const QString key = QString::fromLatin1(launcher.key);
-        menu.setEnabled(key, false);
-        menu.setToolTip(key, QStringLiteral("This screen comes with a later version"));
-    }
-}
-
 void checkForUpdate() {
     if (Agrees(QStringLiteral("You must be connected to the internet to successfully update "
                               "Kelvrane.  Are you connected to the internet?"),
@@ -93,7 +82,6 @@ frmInfo::frmInfo(QObject* parent)
     connect(&Menus().mnuRProjects, &KeyedItems::Clicked, this, [](const QString& key) {
         Guarded(QStringLiteral("MnuRecProj_Click"), [&] { RecentProjectClick(key); });
     });
-    enableLaunchers();
     m_timer->setInterval(cTimer::designInterval);
     m_timer->setEnabled(true);
 }

@@ -63,9 +63,7 @@ TEST_F(ScreenHostTest, MakesAScreenOnFirstTouchAndShowsItWithoutWaiting) {
     EXPECT_EQ(made, 1);
 }
 
-TEST_F(ScreenHostTest, AScreenThatThisVersionLacksIsNothing) {
-    EXPECT_FALSE(host.exists(Screen::frmChart));
-    EXPECT_TRUE(host.exists(Screen::frmExit));
+TEST_F(ScreenHostTest, AScreenThatIsNotInTheTableIsNothing) {
     host.show(Screen::frmChart);
     host.bringForward(Screen::frmChart);
     host.unload(Screen::frmChart);

@@ -117,8 +117,6 @@ TEST_F(frmOptionsTest, ClicksAndKeysChangeTheSettings) {
     turnTo(1);
     type("CALCNUMDAYS", "12");
     EXPECT_EQ(stored("CalcNumDays", keys::SpreadSheetInfo), "12");
-    EXPECT_FALSE(find("COLLOC_BROWSE")->isEnabled()) << "there is no such screen here";
-    EXPECT_EQ(find("COLLOC_BROWSE")->toolTip(), "This screen comes with a later version");
     turnTo(3);
     QTest::keyClick(find("cboRecentProjects"), Qt::Key_Home);
     EXPECT_EQ(ShowNumProjects, 2);

@@ -62,7 +62,6 @@ class FakeScreens final : public Screens {
     void unload(Screen screen) override;
     bool isVisible(Screen screen) const override { return visible.contains(screen); }
     bool isLoaded(Screen screen) const override { return loaded.contains(screen); }
-    bool exists(Screen) const override { return true; }
 
     QSet<Screen> visible, loaded;
     QList<Screen> shown, unloaded, forward;
