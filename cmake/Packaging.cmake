@@ -9,16 +9,11 @@ set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXE
 set(desktop_files ${CMAKE_SOURCE_DIR}/resources/linux)
 set(share_folder ${CMAKE_INSTALL_DATADIR}/kelvrane)
 
-add_custom_target(installable ALL DEPENDS kelvrane)
+add_custom_target(installable ALL DEPENDS kelvrane kelvrane-transfer kelvrane-sound help_file)
 install(TARGETS kelvrane RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-if(TARGET kelvrane-transfer)
-  install(TARGETS kelvrane-transfer RUNTIME DESTINATION libexec/kelvrane)
-  add_dependencies(installable kelvrane-transfer)
-endif()
-if(TARGET help_file)
-  install(FILES ${CMAKE_BINARY_DIR}/Kelvrane.qch DESTINATION ${share_folder})
-  add_dependencies(installable help_file)
-endif()
+install(TARGETS kelvrane-transfer kelvrane-sound
+        RUNTIME DESTINATION libexec/kelvrane LIBRARY DESTINATION libexec/kelvrane)
+install(FILES ${CMAKE_BINARY_DIR}/Kelvrane.qch DESTINATION ${share_folder})
 
 # Icons. The small drawings have fewer and heavier strokes.
 set(icon_sizes 16 22 24 32 48 64 128 256 512)

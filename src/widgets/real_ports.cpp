@@ -1,19 +1,16 @@
 #include "widgets/real_ports.h"
 
 #include "frame/error_report.h"
+#include "platform/installed_files.h"
 
-#include <QAudioDevice>
-#include <QAudioOutput>
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QMediaDevices>
-#include <QMediaPlayer>
+#include <QLibrary>
 #include <QProcess>
-#include <QSoundEffect>
 #include <QTimer>
 #include <QUrl>
 
@@ -53,6 +50,14 @@ class QtTimer final : public IntervalTimer {
     int m_interval = 0;
     bool m_enabled = false;
 };
+
+/// Null where the module is missing: then there is no sound.
+QObject* loadPlayer() {
+    using Create = QObject* (*)();
+    QLibrary module(InstalledFile(QStringLiteral("kelvrane-sound.so")));
+    const auto create = reinterpret_cast<Create>(module.resolve("CreateSoundPlayer"));
+    return create ? create() : nullptr;
+}
 
 } // namespace
 
@@ -95,22 +100,12 @@ QtSound::QtSound() = default;
 QtSound::~QtSound() = default;
 
 void QtSound::play(const QString& path) {
-    if (path.isEmpty() || !QFileInfo(path).isFile() || QMediaDevices::defaultAudioOutput().isNull())
+    if (path.isEmpty() || !QFileInfo(path).isFile())
         return;
-    const QUrl source = QUrl::fromLocalFile(path);
-    if (path.endsWith(QLatin1String(".wav"), Qt::CaseInsensitive)) {
-        if (!m_effect)
-            m_effect = std::make_unique<QSoundEffect>();
-        m_effect->setSource(source);
-        m_effect->play();
-        return;
-    }
-    if (!m_player) {
-        m_player = std::make_unique<QMediaPlayer>();
-        m_player->setAudioOutput(new QAudioOutput(m_player.get()));
-    }
-    m_player->setSource(source);
-    m_player->play();
+    if (!m_player)
+        m_player.reset(loadPlayer());
+    if (m_player)
+        QMetaObject::invokeMethod(m_player.get(), "play", Q_ARG(QString, path));
 }
 
 void QtClipboard::setText(const QString& text) {

@@ -5,9 +5,6 @@
 
 #include <memory>
 
-class QMediaPlayer;
-class QSoundEffect;
-
 namespace kelvrane {
 
 class QtEvents : public QObject, public Events {
@@ -41,8 +38,7 @@ class QtSound : public Sound {
     void play(const QString& path) override;
 
   private:
-    std::unique_ptr<QSoundEffect> m_effect;
-    std::unique_ptr<QMediaPlayer> m_player;
+    std::unique_ptr<QObject> m_player; ///< of the module kelvrane-sound
 };
 
 class QtClipboard : public Clipboard {

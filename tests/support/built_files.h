@@ -1,4 +1,4 @@
-// The help file as it was built, for tests that read it.
+// What comes with the program as it was built, for tests that use it.
 #pragma once
 
 #include "platform/installed_files.h"
