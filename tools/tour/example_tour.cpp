@@ -120,7 +120,7 @@ void ExampleTour::invoices() {
     option("SORTORDER", "By Customer");
     ports.screens->unload(Screen::frmSpreadsheet);
     ports.screens->show(Screen::frmCollectionViewer);
-    picture("example-invoice", Screen::frmCollectionViewer, {860, 500});
+    picture("example-invoice", Screen::frmCollectionViewer, {1000, 520});
     ports.screens->unload(Screen::frmCollectionViewer);
 }
 

@@ -1,15 +1,16 @@
 #!/bin/sh
-# Takes the help's pictures out of the folder of a tour, cut to what a page is about:
+# Takes the pictures of the help and of the README out of the folder of a tour, cut to what a page is
+# about:
 #
 #     build/release/tools/tour/tour /home/nora/Kelvrane
-#     tools/help_pictures.sh /home/nora/Kelvrane
+#     tools/take_pictures.sh /home/nora/Kelvrane
 #
 # The tour's folder can be read in some of them, so give it a path that a user might have. A picture
 # that the tour doesn't have stays as it is, or is named as wanted; a page that waits for it holds
 # <!-- picture PATH "WORDS" -->, which becomes the picture once it is there. Needs ImageMagick.
 set -eu
 
-tour=${1:?usage: tools/help_pictures.sh TOUR_FOLDER}
+tour=${1:?usage: tools/take_pictures.sh TOUR_FOLDER}
 help=$(dirname "$0")/../resources/help
 colors=128
 
@@ -99,6 +100,19 @@ echo "$rows" | while read -r name cut first others; do
         [ -z "$file" ] || set -- "$@" "(" "$file" -crop "$cut" +repage ")"
     done
     [ $# -eq 0 ] || convert "$@" -append png:- | finish - "$help/pictures/$name.png"
+done
+
+# The README's, whole: docs/pictures/NAME.png.
+readme='
+control-screen full-day
+chart          chart-tree-by-date
+invoice        sheet-invoice
+'
+echo "$readme" | while read -r name from; do
+    [ -n "$name" ] || continue
+    file=$(taken "$from")
+    [ -n "$file" ] || { echo "wanted: $from"; continue; }
+    convert "$file" -strip -define png:compression-level=9 "$help/../../docs/pictures/$name.png"
 done
 
 find "$help" -name '*.htm' | while read -r page; do
