@@ -5,6 +5,7 @@
 #include "charts/chart_types.h"
 #include "chartspace/scene.h"
 #include "floors.h"
+#include "folder_steps.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
 #include "platform/connection.h"
@@ -84,27 +85,11 @@ class ChartFolder {
 using Folder = std::shared_ptr<ChartFolder>;
 using Step = std::function<void(const ChartFolder&)>;
 
-void add(const Folder& folder, const std::string& name, int rows, int repetitions,
-         const Step& prepare, const Step& step) {
-    benchmark::RegisterBenchmark((name + '/' + std::to_string(rows)).c_str(),
-                                 [folder, prepare, step](benchmark::State& state) {
-                                     folder->enter();
-                                     prepare(*folder);
-                                     for (auto iteration : state) {
-                                         static_cast<void>(iteration);
-                                         step(*folder);
-                                     }
-                                 })
-        ->UseRealTime()
-        ->Repetitions(repetitions)
-        ->MinTime(0.1);
-}
-
 void addWithFloor(const Folder& folder, const char* name, const Step& prepare) {
-    add(folder, name, historyRows, 9, prepare,
-        [](const ChartFolder&) { FillSetSpreadSheetValuesArray(); });
-    add(folder, std::string(name) + " floor", historyRows, 9, prepare,
-        [](const ChartFolder& on) { FloorPeriodPass(on.history(), on.first(), on.last()); });
+    AddStep(folder, name, historyRows, 9, prepare,
+            [](const ChartFolder&) { FillSetSpreadSheetValuesArray(); });
+    AddStep(folder, std::string(name) + " floor", historyRows, 9, prepare,
+            [](const ChartFolder& on) { FloorPeriodPass(on.history(), on.first(), on.last()); });
 }
 
 Step withTree(int order) {
@@ -153,14 +138,14 @@ std::vector<Limit> AddChartBenchmarks(QuietPorts& quiet, QDate present) {
     addWithFloor(folder, data, [](const ChartFolder&) {});
     addWithFloor(folder, treeByDate, withTree(list_views::ByDate));
     addWithFloor(folder, treeByProject, withTree(list_views::ByProject));
-    add(
+    AddStep(
         folder, branch, historyRows, 9,
         [](const ChartFolder& on) {
             withTree(list_views::ByProject)(on);
             FillSetSpreadSheetValuesArray();
         },
         openBranch);
-    add(
+    AddStep(
         folder, drawing, manyProjects, 3, [](const ChartFolder&) {}, drawAll);
     return {{data, 1.5, 0, false},
             {treeByDate, 1.5, 0, false},

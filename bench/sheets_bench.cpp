@@ -5,6 +5,7 @@
 #include "collections/collection_viewer.h"
 #include "collections/viewer_model.h"
 #include "floors.h"
+#include "folder_steps.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
 #include "platform/connection.h"
@@ -112,22 +113,6 @@ class SheetFolder {
 using Folder = std::shared_ptr<SheetFolder>;
 using Step = std::function<void(const SheetFolder&)>;
 
-void add(const Folder& folder, const std::string& name, int rows, int repetitions,
-         const Step& prepare, const Step& step) {
-    benchmark::RegisterBenchmark((name + '/' + std::to_string(rows)).c_str(),
-                                 [folder, prepare, step](benchmark::State& state) {
-                                     folder->enter();
-                                     prepare(*folder);
-                                     for (auto iteration : state) {
-                                         static_cast<void>(iteration);
-                                         step(*folder);
-                                     }
-                                 })
-        ->UseRealTime()
-        ->Repetitions(repetitions)
-        ->MinTime(0.1);
-}
-
 SheetContext contextOf(Spreadsheet& sheet, const QString& path, QDate start, QDate end) {
     sheet.setHTMLURL(path);
     ResetSSVariables();
@@ -212,14 +197,14 @@ Worksheet& thousandFormulas() {
 std::vector<Limit> AddSheetBenchmarks(QuietPorts& quiet, QDate present) {
     const auto folder = std::make_shared<SheetFolder>(quiet, present);
     const Step nothing = [](const SheetFolder&) {};
-    add(folder, weekly, historyRows, 9, weeklySheet, weeklySheet);
-    add(folder, std::string(weekly) + " floor", historyRows, 9, weeklySheet, weeklyFloor);
-    add(folder, recalculation, formulas, 9, nothing, [](const SheetFolder&) {
+    AddStep(folder, weekly, historyRows, 9, weeklySheet, weeklySheet);
+    AddStep(folder, std::string(weekly) + " floor", historyRows, 9, weeklySheet, weeklyFloor);
+    AddStep(folder, recalculation, formulas, 9, nothing, [](const SheetFolder&) {
         static int value = 0;
         thousandFormulas().enter({0, 0}, QString::number(++value));
     });
-    add(folder, invoices, customers, 3, nothing, yearOfInvoices);
-    add(folder, collection, collectionSheets, 5, fileMany, [](const SheetFolder& on) {
+    AddStep(folder, invoices, customers, 3, nothing, yearOfInvoices);
+    AddStep(folder, collection, collectionSheets, 5, fileMany, [](const SheetFolder& on) {
         LoadNewCollections(on.path(QStringLiteral("many/Many.col")));
         LoadCollectionViewer();
     });

@@ -1,6 +1,7 @@
 #include "charts/chart_model.h"
 
 #include "charts/chart_types.h"
+#include "platform/item_rows.h"
 #include "platform/texts.h"
 
 #include <utility>
@@ -9,59 +10,26 @@ namespace kelvrane {
 
 namespace {
 
-struct BarRow {
-    const char* key;
-    const char* caption;
-    ItemKind kind;
-    const char* image = "";
-    const char* toolTip = "";
-    const char* parent = "";
-};
-constexpr BarRow barRows[] = {
-    {"FILE", "File", ItemKind::SubMenu},
-    {"mnuSaveAs", "Save As ...", ItemKind::Button, "save", "", "FILE"},
-    {"mnuPrint", "Print ...", ItemKind::Button, "print", "", "FILE"},
-    {"CHARTSETUP", "Chart Setup", ItemKind::Button, "2dpie", "Chart Setup"},
-    {"ADDREMOVELIST", "View List", ItemKind::Button, "List", "Add/Remove List"},
-    {"DAYRANGE", "", ItemKind::Button, "SingleRange", "Single Day/Range of Days"},
-    {"SELSTARTDATE", "Start Date: ", ItemKind::DropDown},
-    {"STARTDATE", "", ItemKind::Edit},
-    {"SELENDDATE", "End Date: ", ItemKind::DropDown},
-    {"ENDDATE", "", ItemKind::Edit},
-    {"", "", ItemKind::Spacer},
-    {"HELP", "Help", ItemKind::Button, "HELP"},
+constexpr ItemRow barRows[] = {
+    {.key = "FILE", .caption = "File", .kind = ItemKind::SubMenu},
+    {.key = "mnuSaveAs", .caption = "Save As ...", .image = "save", .parent = "FILE"},
+    {.key = "mnuPrint", .caption = "Print ...", .image = "print", .parent = "FILE"},
+    {"CHARTSETUP", "Chart Setup", "Chart Setup", "2dpie"},
+    {"ADDREMOVELIST", "View List", "Add/Remove List", "List"},
+    {"DAYRANGE", "", "Single Day/Range of Days", "SingleRange"},
+    {.key = "SELSTARTDATE", .caption = "Start Date: ", .kind = ItemKind::DropDown},
+    {.key = "STARTDATE", .kind = ItemKind::Edit},
+    {.key = "SELENDDATE", .caption = "End Date: ", .kind = ItemKind::DropDown},
+    {.key = "ENDDATE", .kind = ItemKind::Edit},
+    {.kind = ItemKind::Spacer},
+    {.key = "HELP", .caption = "Help", .image = "HELP"},
 };
 
-struct OrderRow {
-    const char* key;
-    const char* caption;
+// By list_views::
+constexpr ItemRow orderRows[] = {
+    {.key = "mnuListDisplayTypeByDate", .caption = "By Date", .kind = ItemKind::Choice},
+    {.key = "mnuListDisplayTypeByProject", .caption = "By Project", .kind = ItemKind::Choice},
 };
-constexpr OrderRow orderRows[] = {
-    // By list_views::
-    {"mnuListDisplayTypeByDate", "By Date"},
-    {"mnuListDisplayTypeByProject", "By Project"},
-};
-
-QList<KeyedItem> barItems() {
-    QList<KeyedItem> items;
-    for (const BarRow& row : barRows)
-        items.append({.key = QString::fromLatin1(row.key),
-                      .caption = QString::fromLatin1(row.caption),
-                      .kind = row.kind,
-                      .toolTip = QString::fromLatin1(row.toolTip),
-                      .image = QString::fromLatin1(row.image),
-                      .parent = QString::fromLatin1(row.parent)});
-    return items;
-}
-
-QList<KeyedItem> orderItems() {
-    QList<KeyedItem> items;
-    for (const OrderRow& row : orderRows)
-        items.append({.key = QString::fromLatin1(row.key),
-                      .caption = QString::fromLatin1(row.caption),
-                      .kind = ItemKind::Choice});
-    return items;
-}
 
 QString typeKey(int place) {
     return QStringLiteral("mnuChartType") + QString::number(place);
@@ -126,8 +94,8 @@ void ChartModel::showChoices() {
 }
 
 void ChartModel::reset(QDate today) {
-    smuiToolBar.refill(barItems());
-    mnuListDisplayType.refill(orderItems());
+    smuiToolBar.refill(ItemsOf(barRows));
+    mnuListDisplayType.refill(ItemsOf(orderRows));
     mnuChartType.refill(typeItems());
     settings = {};
     StartDate = EndDate = today;

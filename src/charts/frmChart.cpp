@@ -12,6 +12,7 @@
 #include "widgets/keyed_menu.h"
 #include "widgets/keyed_tool_bar.h"
 #include "widgets/month_popup.h"
+#include "widgets/named.h"
 #include "widgets/open_editor.h"
 #include "widgets/quiet_label.h"
 #include "widgets/theme.h"
@@ -41,12 +42,6 @@ constexpr QSize smallestSize(420, 320);
 
 QString T(const char* text) {
     return QString::fromLatin1(text);
-}
-
-template <typename Widget>
-Widget* Named(Widget* widget, const char* name) {
-    widget->setObjectName(T(name));
-    return widget;
 }
 
 QLabel* centred(QLabel* label) {

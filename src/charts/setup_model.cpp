@@ -1,54 +1,37 @@
 #include "charts/setup_model.h"
 
+#include "platform/item_rows.h"
+
 namespace kelvrane {
 
 namespace {
 
-struct Row {
-    const char* key;
-    const char* caption;
-    ItemKind kind;
-    const char* image = "";
-    const char* toolTip = "";
+constexpr ItemRow barRows[] = {
+    {.key = "CLOSE", .caption = "Close", .image = "close"},
+    {.kind = ItemKind::Spacer},
+    {.key = "HELP", .caption = "Help", .image = "help"},
 };
-constexpr Row barRows[] = {
-    {"CLOSE", "Close", ItemKind::Button, "close"},
-    {"", "", ItemKind::Spacer},
-    {"HELP", "Help", ItemKind::Button, "help"},
+constexpr ItemRow tabRows[] = {
+    {"TYPE", "Type"},
+    {"VIEW3D", "3D View"},
+    {"BORDERFILL", "Border/Fill"},
 };
-constexpr Row tabRows[] = {
-    {"TYPE", "Type", ItemKind::Button},
-    {"VIEW3D", "3D View", ItemKind::Button},
-    {"BORDERFILL", "Border/Fill", ItemKind::Button},
+constexpr ItemRow familyRows[] = {
+    {"Column", "Column", "Column Charts", "column", ItemKind::Choice},
+    {"Bar", "Bar", "Bar Charts", "bar", ItemKind::Choice},
+    {"Pie", "Pie", "", "pie", ItemKind::Choice},
 };
-constexpr Row familyRows[] = {
-    {"Column", "Column", ItemKind::Choice, "column", "Column Charts"},
-    {"Bar", "Bar", ItemKind::Choice, "bar", "Bar Charts"},
-    {"Pie", "Pie", ItemKind::Choice, "pie"},
+constexpr ItemRow controlRows[] = {
+    {"cmdAddLegend", "Add Legend"},
+    {"cmdAddTitle", "Add Title"},
+    {.key = "txtTitle", .caption = "Title", .kind = ItemKind::Edit},
+    {"cmdRestoreDefaults", "Restore Default View"},
 };
-constexpr Row controlRows[] = {
-    {"cmdAddLegend", "Add Legend", ItemKind::Button},
-    {"cmdAddTitle", "Add Title", ItemKind::Button},
-    {"txtTitle", "Title", ItemKind::Edit},
-    {"cmdRestoreDefaults", "Restore Default View", ItemKind::Button},
-};
-
-template <typename Rows>
-QList<KeyedItem> itemsOf(const Rows& rows) {
-    QList<KeyedItem> items;
-    for (const Row& row : rows)
-        items.append({.key = QString::fromLatin1(row.key),
-                      .caption = QString::fromLatin1(row.caption),
-                      .kind = row.kind,
-                      .toolTip = QString::fromLatin1(row.toolTip),
-                      .image = QString::fromLatin1(row.image)});
-    return items;
-}
 
 } // namespace
 
 SetupModel::SetupModel() {
-    smuiToolBar.refill(itemsOf(barRows));
+    smuiToolBar.refill(ItemsOf(barRows));
     reset();
 }
 
@@ -62,10 +45,10 @@ void SetupModel::showLegendAndTitle() {
 }
 
 void SetupModel::reset() {
-    SSTab1.refill(itemsOf(tabRows));
-    smuiChartType.refill(itemsOf(familyRows));
+    SSTab1.refill(ItemsOf(tabRows));
+    smuiChartType.refill(ItemsOf(familyRows));
     smuiAvailCharts.clear();
-    controls.refill(itemsOf(controlRows));
+    controls.refill(ItemsOf(controlRows));
     LegendShown = false;
     TitleShown = false;
     Tab = setup_tabs::Type;
