@@ -160,6 +160,14 @@ void Connection::commit() {
     m_inTransaction = false;
 }
 
+void Connection::rollback() {
+    if (!m_inTransaction)
+        return;
+    QSqlQuery query(m_database);
+    query.exec(QStringLiteral("ROLLBACK")); // a failure rolls back on closing
+    m_inTransaction = false;
+}
+
 void RaiseSql(const QSqlQuery& query) {
     const QSqlError error = query.lastError();
     Raise(errors::Sql, error.databaseText().isEmpty() ? error.driverText() : error.databaseText(),

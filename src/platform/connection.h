@@ -47,6 +47,8 @@ class Connection {
     /// Beginning takes the write lock at once, so no statement in between can wait for it.
     void begin();
     void commit();
+    /// Takes back everything since begin. Nothing when no transaction is open.
+    void rollback();
 
     /// A statement with ? for its values, prepared once for the connection's life. Reset it with
     /// finish() after use. Raises Sql.
