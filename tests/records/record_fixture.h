@@ -4,6 +4,7 @@
 #include "frame/globals.h"
 #include "records/database_manager.h"
 #include "records/manager_model.h"
+#include "records/project_changes.h"
 #include "records/record_panel.h"
 #include "records/record_state.h"
 #include "records/record_tables.h"
@@ -18,6 +19,7 @@ class RecordTest : public ProgramTest {
     RecordTest() {
         recordState = {};
         selectionSinks = {};
+        projectSinks = {};
         ProjectDatabase = path(QStringLiteral("projects.mdb"));
         CreateProjectDatabase(ProjectDatabase);
         screens.onUnload = [](Screen screen) {
@@ -33,6 +35,7 @@ class RecordTest : public ProgramTest {
         CloseCustomerTable();
         recordState = {};
         selectionSinks = {};
+        projectSinks = {};
     }
 
     static void Execute(const QString& sql) { Connection(ProjectDatabase).execute(sql); }

@@ -7,6 +7,7 @@
 #include "frame/trace.h"
 #include "frame/tray_menus.h"
 #include "platform/skip_errors.h"
+#include "records/project_changes.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
 #include "timekeeping/control_model.h"
@@ -175,6 +176,7 @@ ProgramTest::~ProgramTest() {
     while (CustomerTable)
         CloseCustomerTable();
     selectionSinks = {};
+    projectSinks = {};
     globals = {};
     ports = {};
 }
