@@ -81,7 +81,7 @@ void toSingleView() {
     state().Switching = true;
     const auto done = qScopeGuard([] { state().Switching = false; });
     tick("SINGLE_VIEW", "LIST_VIEW");
-    // A fill of the list has moved to the first project.
+    // The row chosen in the list, or the first project after a fill.
     RedrawProject(state().InManager);
     single(topics::DatabaseList);
     Manager().layOut();

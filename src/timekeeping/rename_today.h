@@ -6,8 +6,8 @@
 namespace kelvrane {
 
 /// Gives today's entries of the project its new name: in memory, in the day file, on the control
-/// screen and in an open Modify screen. The day is loaded. Raises what SaveDayFile raises; the
-/// entries then keep their name.
+/// screen and in an open Modify screen. The day is loaded. Raises PathAccess when the day file
+/// can't be written; the entries then keep their name.
 void RenameTodaysEntries(const RenamedProject& renamed);
 
 } // namespace kelvrane

@@ -1,6 +1,7 @@
 #include "history/booked_time.h"
 #include "records/project_changes.h"
 #include "records/project_lookup.h"
+#include "records/project_record.h"
 #include "records/record_fixture.h"
 
 namespace kelvrane::testing {
@@ -30,8 +31,7 @@ class ProjectChangesTest : public RecordTest {
     }
     void GoTo(int position) {
         ProjectRecords().setPosition(position);
-        Manager().smuiOptions.click(QStringLiteral("OPTIONS"));
-        Manager().smuiOptions.click(QStringLiteral("DB Manager"));
+        RedrawProject(true);
     }
     void Rename(const char* to) {
         Type("PROJECT_NAME", QString::fromLatin1(to));
@@ -80,7 +80,8 @@ TEST_F(ProjectChangesTest, ARenamedProjectTakesTodayThenTheHistoryAlongWhenAsked
     Book(QStringLiteral("It's old"), QStringLiteral("1"), 90);
     QStringList today;
     projectSinks.renameToday = [&](const RenamedProject& renamed) {
-        EXPECT_EQ(Booked("It's old"), 90) << "the history comes second";
+        if (today.isEmpty())
+            EXPECT_EQ(Booked("It's old"), 90) << "the history comes second";
         today.append(renamed.from + u'>' + renamed.to + renamed.number);
     };
     int refreshed = 0;

@@ -30,6 +30,7 @@ class RecordTest : public ProgramTest {
 
     ~RecordTest() override {
         ItemSelected = true;
+        Manager().state.InManager = false; // nobody is asked about what a test left typed
         UnloadDataBase();
         CloseProjectTable();
         CloseCustomerTable();

@@ -315,7 +315,7 @@ TEST_F(ControlScreen, ARenameTakesTodayAlongInMemoryOnScreenAndInTheFile) {
     const QList<DayEntry> day = DayEntries;
     QFile::remove(path("Fileinfo.dat"));
     ASSERT_TRUE(QDir(folder.path()).mkdir("Fileinfo.dat"));
-    EXPECT_ANY_THROW(projectSinks.renameToday({.from = "Plain", .to = "Lost"}));
+    EXPECT_THROW(projectSinks.renameToday({.from = "Plain", .to = "Lost"}), RuntimeError);
     EXPECT_EQ(DayEntries, day) << "memory and file stay the same";
 }
 
