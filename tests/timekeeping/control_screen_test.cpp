@@ -2,6 +2,7 @@
 #include "frame/recent_projects.h"
 #include "frame/settings.h"
 #include "frame/status_text.h"
+#include "frame/tray_menus.h"
 #include "platform/recordset.h"
 #include "records/project_changes.h"
 #include "records/record_tables.h"
@@ -11,6 +12,7 @@
 #include "timekeeping/control_screen.h"
 #include "timekeeping/control_views.h"
 #include "timekeeping/working_day.h"
+#include "tray/hidden_form.h"
 
 #include <QDir>
 #include <QFile>
@@ -285,6 +287,11 @@ TEST_F(ControlScreen, OfTwoProjectsOfANameTheOneChosenStarts) {
     EXPECT_EQ(DayEntries.last().ProjectName + u'|' + DayEntries.last().ProjectNumber, "Alpha|2002");
     EXPECT_EQ(Control().smuiProjectStatus.value("PROJECT_NAME"), "Alpha");
     EXPECT_EQ(Status().text(), "Alpha");
+
+    RebuildRecentMenu();
+    EXPECT_EQ(Menus().mnuRProjects.items().value(1).caption, "Alpha (1001)");
+    RecentProjectClick("MnuRecProj2");
+    EXPECT_EQ(DayEntries.last().ProjectName + u'|' + DayEntries.last().ProjectNumber, "Alpha|1001");
 }
 
 TEST_F(ControlScreen, ARenameTakesTodayAlongInMemoryOnScreenAndInTheFile) {
