@@ -8,6 +8,7 @@
 #include "history/roll_up.h"
 #include "platform/ports.h"
 #include "platform/texts.h"
+#include "records/project_lookup.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
 #include "timekeeping/new_time.h"
@@ -261,11 +262,24 @@ void ProjectChosen(const QString& key, int place, const QString& value) {
         ports.screens->bringForward(Screen::frmDataBase); // it may have been open already
         return;
     }
-    calendar.setProject(key, value);
-    OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
-    projects.rows.find(QStringLiteral("Project_Name = '") + value + QLatin1Char('\''));
-    calendar.smuiDaysInfo.setValue(numberRow + CalendarRowKey,
-                                   projects.rows.text(QStringLiteral("Project_Number")));
+    const QString numberKey = numberRow + CalendarRowKey;
+    const auto setRow = [&](const QString& name) {
+        if (calendar.smuiDaysInfo.contains(key)) // the panel may have changed behind the box
+            calendar.setProject(key, name);
+    };
+    try {
+        OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
+        const RecentProject chosen = RecentProjectOf(place, value);
+        if (FindChosenProject(projects.rows, chosen.name, chosen.number)) {
+            setRow(projects.rows.text(project_column::Name));
+            calendar.smuiDaysInfo.setValue(numberKey, projects.rows.text(project_column::Number));
+        } else {
+            setRow(CalendarRowValue);
+        }
+    } catch (const RuntimeError&) {
+        setRow(CalendarRowValue);
+        throw;
+    }
 }
 
 void TimeButtonPressed(const QString& key) {

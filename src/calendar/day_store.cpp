@@ -2,7 +2,9 @@
 
 #include "frame/globals.h"
 #include "frame/program_folder.h"
+#include "history/period_query.h"
 #include "platform/texts.h"
+#include "records/project_lookup.h"
 #include "records/record_tables.h"
 #include "timevalues/time_values.h"
 
@@ -20,15 +22,6 @@ const QString breakTime = QStringLiteral("BreakTime");
 const QString totalTime = QStringLiteral("TotalTime");
 const QString projectName = QStringLiteral("ProjectName");
 const QString projectNumber = QStringLiteral("ProjectNumber");
-
-QString dayQuery(const QString& date) {
-    return QStringLiteral("SELECT * FROM DayInfo WHERE Date = #") + date + QLatin1Char('#');
-}
-
-QString groupQuery(const QString& date, const QString& name) {
-    return QStringLiteral("SELECT * FROM DayInfo WHERE (Date = #") + date +
-           QStringLiteral("#) AND ( ProjectName = '") + name + QStringLiteral("')");
-}
 
 Int16 minutesOf(Recordset& rows, const QString& field) {
     const QVariant value = rows.value(field);
@@ -59,8 +52,8 @@ void setTimes(Recordset& row, const DayGroup& group) {
 using Change = std::unique_ptr<Recordset>; ///< a row with pending changes
 
 Change changedRow(Connection& connection, const QString& date, const DayGroup& group) {
-    auto row = std::make_unique<Recordset>(connection, groupQuery(date, group.project),
-                                           Recordset::Optimistic);
+    auto row = std::make_unique<Recordset>(
+        connection, DayProjectRows(DateFromText(date), group.project), Recordset::Optimistic);
     if (!row->isEmpty())
         setTimes(*row, group);
     return row;
@@ -84,17 +77,15 @@ bool hasSameTimes(const DayGroup& group, const DayGroup& other) {
 }
 
 /// Null for a project that is gone.
-QVariant customerOf(Recordset& projects, const QString& name) {
-    if (projects.isEmpty())
-        return {};
-    projects.moveFirst();
-    projects.find(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
-    return projects.atEnd() ? QVariant() : projects.value(QStringLiteral("CustInfoDBID"));
+QVariant customerOf(Recordset& projects, const DayGroup& group) {
+    return FindProject(projects, group.project, group.number) == ProjectFound::No
+               ? QVariant()
+               : projects.value(QStringLiteral("CustInfoDBID"));
 }
 
 Change newRow(Connection& connection, const QString& date, const DayGroup& group,
               Recordset& projects) {
-    const QVariant customer = customerOf(projects, group.project);
+    const QVariant customer = customerOf(projects, group);
     auto row =
         std::make_unique<Recordset>(connection, QStringLiteral("DayInfo"), Recordset::Optimistic);
     row->addNew();
@@ -129,7 +120,7 @@ Connection& HistoryFile::connection() {
 
 QList<DayGroup> ReadDayGroups(HistoryFile& history, const QString& date, SkipErrors& step) {
     QList<DayGroup> groups;
-    Recordset rows(history.connection(), dayQuery(date));
+    Recordset rows(history.connection(), DayRows(DateFromText(date)));
     for (; !rows.atEnd(); rows.moveNext())
         step([&] { groups.append(groupOf(rows)); });
     return groups;
@@ -139,7 +130,7 @@ void WriteDayGroups(HistoryFile& history, const QString& date, QList<DayGroup> g
                     SkipErrors& step) {
     Connection& connection = history.connection();
     std::vector<Change> changes;
-    if (Recordset rows(connection, dayQuery(date)); !rows.isEmpty()) {
+    if (Recordset rows(connection, DayRows(DateFromText(date))); !rows.isEmpty()) {
         // Only what differs is looked up: leaving a day that was merely looked at costs one query.
         const QHash<QString, DayGroup> stored = storedGroups(rows);
         for (const DayGroup& group : std::as_const(groups))

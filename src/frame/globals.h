@@ -67,6 +67,7 @@ struct Globals {
 
     QString StatusHeading;         // text of panel 1 of the control screen's status bar
     QList<QString> RecentProjects; // element 0 is the newest (File1)
+    QList<QString> RecentNumbers;  // beside them: the number where several projects have the name
     bool NoRecentProjects = false; // no recent project is stored
     Int16 LastFileStatus;          // result of the last settings write or day-file check
 
@@ -122,6 +123,7 @@ inline auto& TotalWorkMinutes = globals.TotalWorkMinutes;
 inline auto& TotalOverallMinutes = globals.TotalOverallMinutes;
 inline auto& StatusHeading = globals.StatusHeading;
 inline auto& RecentProjects = globals.RecentProjects;
+inline auto& RecentNumbers = globals.RecentNumbers;
 inline auto& NoRecentProjects = globals.NoRecentProjects;
 inline auto& LastFileStatus = globals.LastFileStatus;
 inline auto& TMR = globals.TMR;

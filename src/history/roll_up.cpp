@@ -7,7 +7,9 @@
 #include "frame/waiting_questions.h"
 #include "history/compaction.h"
 #include "history/day_history.h"
+#include "history/rename_project.h"
 #include "platform/connection.h"
+#include "platform/escaped_fields.h"
 #include "platform/ports.h"
 #include "timevalues/day_file.h"
 #include "timevalues/entry_times.h"
@@ -92,6 +94,16 @@ void removeIfThere(const QString& path) {
         ports.files->remove(path, true);
 }
 
+void renameRows() {
+    QStringList owed = TailValues(tail::Rename);
+    while (!owed.isEmpty()) {
+        const QStringList names = SplitFields(owed.takeFirst());
+        if (names.size() == 3)
+            RenameProjectInHistory(names[0], names[1], names[2]);
+        SetTailValues(tail::Rename, owed);
+    }
+}
+
 /// Everything that is owed, oldest first. Raises what stands in the way.
 void RollUp::attempt() {
     while (!closedDays.isEmpty()) {
@@ -99,6 +111,7 @@ void RollUp::attempt() {
         removeIfThere(ClosedDayFilePath(closedDays.first().date));
         closedDays.removeFirst();
     }
+    renameRows();
     const QStringList gone = TailValues(tail::Delete);
     if (DayEntries.isEmpty() && gone.isEmpty())
         return;
@@ -225,6 +238,13 @@ void DeleteSpecificProjectFromDB(const QString& Name) {
     if (!gone.contains(Name))
         SetTailValues(tail::Delete, gone << Name);
     rollUpNow(QStringLiteral("DeleteSpecificProjectFromDB"));
+}
+
+void RenameHistoryRows(const QString& from, const QString& to, const QString& number) {
+    SetTailValues(tail::Rename, TailValues(tail::Rename) << JoinFields({from, to, number}));
+    SaveDayFile();
+    rollUpNow(QStringLiteral("RenameHistoryRows"));
+    SaveDayFile();
 }
 
 bool RollUpPending() {

@@ -23,6 +23,10 @@ void AddDataToDayInfoDataBase();
 /// once; reported under its own name.
 void DeleteSpecificProjectFromDB(const QString& Name);
 
+/// The project's rows of every date get another name, when not now then later; with a number only
+/// the rows that have it. Today's entries have the new name already.
+void RenameHistoryRows(const QString& from, const QString& to, const QString& number);
+
 /// Whether anything is still to be written.
 bool RollUpPending();
 /// Tries what is pending, without a box; for the minute tick. Nothing when nothing is pending.

@@ -78,11 +78,7 @@ std::optional<FindText> ReadFindText(const QString& criterion) {
     }
     if (right.size() < 2 || !right.startsWith(u'\'') || !right.endsWith(u'\''))
         return IsNumeric(right) ? std::optional(FindText{field, right}) : std::nullopt;
-    const QString inner = right.mid(1, right.size() - 2);
-    const QString pairsOut = QString(inner).remove(QStringLiteral("''"));
-    if (pairsOut.contains(u'\''))
-        return std::nullopt;
-    return FindText{field, QString(inner).replace(QStringLiteral("''"), QStringLiteral("'"))};
+    return FindText{field, right.mid(1, right.size() - 2)};
 }
 
 } // namespace kelvrane

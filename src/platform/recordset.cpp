@@ -13,6 +13,9 @@ using recordset_data::Row;
 using recordset_data::Where;
 
 Recordset::Recordset(Connection& connection, const QString& source, Lock lock)
+    : m_data(std::make_unique<Data>(connection, BoundQuery{source}, lock)) {}
+
+Recordset::Recordset(Connection& connection, const BoundQuery& source, Lock lock)
     : m_data(std::make_unique<Data>(connection, source, lock)) {}
 
 Recordset::~Recordset() = default;

@@ -10,9 +10,13 @@
 //     rows.moveFirst();
 //     rows.find("Project_Name = 'Alpha'");
 //     if (!rows.atEnd()) name = rows.text(1);
+//
+//     Recordset days(connection, BoundQuery{"SELECT * FROM DayInfo WHERE ProjectName = ?",
+//     {name}});
 #pragma once
 
 #include "platform/connection.h"
+#include "platform/query_text.h"
 
 #include <memory>
 #include <optional>
@@ -29,6 +33,8 @@ class Recordset {
     /// Source: a table's name, or one SELECT on one table. A query runs at once and raises Sql;
     /// a table is checked at once and fetched when first asked.
     Recordset(Connection& connection, const QString& source, Lock lock = ReadOnly);
+    /// One SELECT on one table with its values. Raises Sql.
+    Recordset(Connection& connection, const BoundQuery& source, Lock lock = ReadOnly);
     ~Recordset();
     Recordset(const Recordset&) = delete;
     Recordset& operator=(const Recordset&) = delete;
@@ -51,8 +57,9 @@ class Recordset {
     movePrevious(); ///< from the first row: before the first; raises NoCurrentRecord from there
 
     /// Searches forward from the current row, that row included, for "Field = 'text'" (also
-    /// "Field='text'" and #dates#). A miss goes after the last row. Numbers and dates compare by
-    /// value, texts byte for byte. Raises BadFindText, NoCurrentRecord when there is none.
+    /// "Field='text'" and #dates#); the text is all between the first and the last quote. A miss
+    /// goes after the last row. Numbers and dates compare by value, texts byte for byte. Raises
+    /// BadFindText, NoCurrentRecord when there is none.
     void find(const QString& criterion);
 
     int fieldCount() const;

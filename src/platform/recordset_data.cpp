@@ -34,10 +34,19 @@ void run(QSqlQuery& query) {
         RaiseSql(query);
 }
 
+QVariant asStored(const QVariant& value) {
+    if (value.typeId() == QMetaType::QDate)
+        return StoredDateText(value.toDate());
+    if (value.typeId() == QMetaType::QString && value.toString().isNull())
+        return QStringLiteral(""); // a null text would be bound as NULL, which equals nothing
+    return value;
+}
+
 } // namespace
 
-Recordset::Data::Data(Connection& itsConnection, const QString& source, Lock itsLock)
-    : connection(itsConnection), query(ReadQueryText(source)), lock(itsLock) {
+Recordset::Data::Data(Connection& itsConnection, const BoundQuery& source, Lock itsLock)
+    : connection(itsConnection), query(ReadQueryText(source.sql)), values(source.values),
+      lock(itsLock) {
     columns = connection.columns(query.table);
     const auto key = std::find_if(columns.begin(), columns.end(),
                                   [](const Column& column) { return column.isKey; });
@@ -88,8 +97,11 @@ void Recordset::Data::runQuery() {
         sql.insert(sql.indexOf(u"SELECT", 0, Qt::CaseInsensitive) + 6, QStringLiteral(" rowid,"));
     QSqlQuery result(connection.database());
     result.setForwardOnly(true);
-    if (!result.exec(sql))
+    if (!result.prepare(sql))
         RaiseSql(result);
+    for (const QVariant& value : std::as_const(values))
+        result.addBindValue(asStored(value));
+    run(result);
     if (!query.allColumns) {
         const QList<Column> known = std::exchange(columns, {});
         const QSqlRecord record = result.record();

@@ -43,7 +43,7 @@ struct Recordset::Data {
     using Where = recordset_data::Where;
     using Cursor = recordset_data::Cursor;
 
-    Data(Connection& itsConnection, const QString& source, Lock itsLock);
+    Data(Connection& itsConnection, const BoundQuery& source, Lock itsLock);
 
     bool isTable() const { return query.sql.isEmpty(); }
     int columnIndex(const QString& field) const; ///< -1: none
@@ -73,6 +73,7 @@ struct Recordset::Data {
 
     Connection& connection;
     QueryText query;
+    QVariantList values; ///< bound to the query's marks
     Lock lock;
     QList<Column> columns;
     int keyColumn = -1;      ///< of the result; -1: not among the columns

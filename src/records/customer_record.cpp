@@ -5,6 +5,7 @@
 #include "platform/ports.h"
 #include "platform/texts.h"
 #include "records/manager_model.h"
+#include "records/project_changes.h"
 #include "records/project_record.h"
 #include "records/record_panel.h"
 #include "records/record_state.h"
@@ -137,7 +138,7 @@ void CancelCustomerEntry() {
 
 void DeleteCustomer() {
     const TablesInUse tables;
-    if (!record_steps::mayDelete(CustomerRecords().isEmpty()) || tables.gone())
+    if (!record_steps::mayDelete(CustomerRecords().isEmpty(), CustomerUseSentence) || tables.gone())
         return;
     Recordset& records = CustomerRecords();
     const int position = records.position();
@@ -159,13 +160,17 @@ void DeleteCustomer() {
     SetEntryButtons(false, true);
 }
 
-std::optional<Int16> CheckCustomerChanged() {
-    const TablesInUse tables;
+bool CustomerChanged() {
     bool dirty = CustomerRecords().hasPendingChanges();
     for (const PanelField& field : CustomerFields())
         dirty = dirty ||
                 PanelText(field.key) != CustomerRecords().text(QString::fromLatin1(field.field));
-    if (!dirty || !record_steps::saveWanted() || tables.gone())
+    return dirty;
+}
+
+std::optional<Int16> CheckCustomerChanged() {
+    const TablesInUse tables;
+    if (!CustomerChanged() || !record_steps::saveWanted() || tables.gone())
         return std::nullopt;
     return SaveNewCustomerProject();
 }

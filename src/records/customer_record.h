@@ -15,9 +15,12 @@ Int16 SaveNewCustomerProject();
 /// Drops a new row or pending changes and goes back to CustomerPosition.
 void CancelCustomerEntry();
 
-/// Asks, then deletes the current customer. Projects that refer to it are left as they are.
+/// Asks, with the number of projects that refer to it, then deletes the current customer. Projects
+/// that refer to it are left as they are.
 void DeleteCustomer();
 
+/// As ProjectChanged.
+bool CustomerChanged();
 /// As CheckProjectChanged: 103 after a save, else empty.
 std::optional<Int16> CheckCustomerChanged();
 

@@ -14,6 +14,7 @@
 #include "records/record_state.h"
 #include "records/record_tables.h"
 #include "records/select_item.h"
+#include "records/shown_record.h"
 
 #include <QScopeGuard>
 
@@ -40,6 +41,21 @@ bool onCustomers() {
     return CurrentTable == current_table::Customers;
 }
 
+/// While it lives, a command of the screen runs.
+class Command {
+  public:
+    Command() { state().InCommand = true; }
+    ~Command() {
+        if (m_isOutermost)
+            state().InCommand = false;
+    }
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
+
+  private:
+    bool m_isOutermost = !state().InCommand;
+};
+
 void single(int topic) {
     state().HelpTopic = topic;
     state().ViewMode = QStringLiteral("Single");
@@ -65,20 +81,18 @@ void toSingleView() {
     state().Switching = true;
     const auto done = qScopeGuard([] { state().Switching = false; });
     tick("SINGLE_VIEW", "LIST_VIEW");
-    // A fill of the list has moved to the first project.
+    // The row chosen in the list, or the first project after a fill.
     RedrawProject(state().InManager);
     single(topics::DatabaseList);
     Manager().layOut();
 }
 
-void toListView() {
+/// False when the screen went meanwhile.
+bool fillList() {
     const int number = session.number;
     const auto stillThere = [number] { return session.open && session.number == number; };
     state().Switching = true;
-    state().HelpTopic = topics::DatabaseList;
-    state().ViewMode = QStringLiteral("List");
     state().SelectedIndex = 0;
-    tick("LIST_VIEW", "SINGLE_VIEW");
     state().Loading = true;
     // A fill whose screen went leaves the flags to the screen that may have come since.
     const auto done = qScopeGuard([&] {
@@ -87,12 +101,36 @@ void toListView() {
     });
     Manager().layOut();
     AddDataToList(ProjectRecords(), stillThere);
-    if (!stillThere())
-        return;
-    state().Loading = false;
+    return stillThere();
+}
+
+void showList() {
     ShowList(true);
     EnableStepping(false);
     Manager().layOut();
+}
+
+void toListView() {
+    state().HelpTopic = topics::DatabaseList;
+    state().ViewMode = QStringLiteral("List");
+    tick("LIST_VIEW", "SINGLE_VIEW");
+    if (fillList())
+        showList();
+}
+
+/// Back from the manager: its changes are in the list, sorted as before, and the record that was
+/// shown there is the one chosen.
+bool refillList() {
+    ProjectList& list = Manager().ListView1;
+    const QString shown = CurrentProjectKey();
+    const int column = list.sortColumn();
+    const bool descending = list.sortedDescending();
+    if (!fillList())
+        return false;
+    if (column >= 0)
+        list.sortBy(column, descending);
+    ChooseListRow(list.rowOfKey(shown));
+    return true;
 }
 
 void toggleFindPanel() {
@@ -117,6 +155,8 @@ bool saveRefused() {
 
 void editCommand(const QString& key) {
     const bool adds = key == u"ADD_NEW" || key == u"ADD_NEW_CUSTOMER";
+    if (adds && !MayLeaveRecord())
+        return;
     if (adds)
         AddNewRecord(key == u"ADD_NEW" ? 0 : 1);
     else if (key == u"SAVE" && saveRefused())
@@ -168,6 +208,11 @@ void stepRecord(bool forward) {
     RedrawProject(state().InManager);
 }
 
+void runFind() {
+    const Command find;
+    Find();
+}
+
 /// Binds a signal to a routine, with the report of its errors under a name.
 template <typename Signal, typename Routine>
 void bind(KeyedItems& items, Signal signal, const char* name, Routine routine) {
@@ -215,6 +260,13 @@ void UnloadDataBase() {
     if (!session.open)
         return;
     ports.screens->unload(Screen::frmBrowseForCust); // it works on this screen's tables
+    if (!state().InCommand) { // under a box of a command the answer could change nothing
+        const Command unload;
+        const int number = session.number;
+        MayLeaveRecord(); // the screen goes in any case
+        if (session.number != number)
+            return; // and did, behind the question
+    }
     const Session closing = std::exchange(session, {.number = session.number + 1});
     SkipErrors step = ReportingSteps(QStringLiteral("frmDataBase_Unload"));
     if (!ItemSelected)
@@ -231,14 +283,28 @@ void RequestClose() {
                QStringLiteral("Can't Close screen"));
         return;
     }
-    ports.screens->unload(Screen::frmDataBase);
+    const Command close;
+    if (MayLeaveRecord())
+        ports.screens->unload(Screen::frmDataBase);
 }
 
 void OptionsClick(const QString& key) {
     if (state().Loading)
         return;
     SkipErrors step = ReportingSteps(QStringLiteral("smuiOptions_Click"));
-    if (key == u"DB Manager") {
+    const bool toManager = key == u"DB Manager";
+    // The tab that is up would only draw the record anew, without what was typed.
+    if (toManager && state().InManager)
+        return;
+    const Command tab;
+    const int number = session.number;
+    if (!MayLeaveRecord()) {
+        Manager().layOut(); // the strip goes back
+        return;
+    }
+    if (session.number != number)
+        return;
+    if (toManager) {
         state().InManager = true;
         ShowList(false);
         if (onCustomers()) {
@@ -250,12 +316,16 @@ void OptionsClick(const QString& key) {
         }
         EnableStepping(true);
     } else {
-        state().InManager = false;
-        step([] { RedrawProject(false); });
+        const bool wasInManager = std::exchange(state().InManager, false);
         const bool list = state().ViewMode != u"Single";
+        if (list && wasInManager && !step.condition(refillList) && session.number != number)
+            return;
+        step([] { RedrawProject(false); });
         state().HelpTopic = list ? topics::DatabaseList : topics::DatabaseViews;
         ShowList(list);
         EnableStepping(!list);
+        if (list && wasInManager)
+            Manager().ListView1.wantRow(state().SelectedIndex);
     }
     if (key == u"OPTIONS")
         state().HelpTopic = topics::DatabaseOptions;
@@ -264,6 +334,15 @@ void OptionsClick(const QString& key) {
 
 void TableChange(const QString& value) {
     SkipErrors step = ReportingSteps(QStringLiteral("smuiPanel_Change"));
+    const Command table;
+    const int number = session.number;
+    if (!MayLeaveRecord()) {
+        if (session.number == number)
+            Manager().smuiPanel1.setValue(QStringLiteral("TABLE"),
+                                          onCustomers() ? QStringLiteral("Customer")
+                                                        : QStringLiteral("Projects"));
+        return;
+    }
     const bool customers = value != u"Projects";
     state().HelpTopic = customers ? topics::Customers : topics::Projects;
     CurrentTable = customers ? current_table::Customers : current_table::Projects;
@@ -285,6 +364,7 @@ void ManagerClick(int panel, const QString& key) {
     if (state().Loading || state().Switching || key == u"TABLE")
         return;
     SkipErrors step = ReportingSteps(QStringLiteral("smuiPanel_Click"));
+    const Command command;
     Manager().setBusy(true);
     const auto done = qScopeGuard([] { Manager().setBusy(false); });
     if (panel == 1) {
@@ -293,9 +373,9 @@ void ManagerClick(int panel, const QString& key) {
         return;
     }
     state().HelpTopic = topics::DatabaseOptions;
-    for (const ViewCommand& command : viewCommands)
-        if (key == QLatin1String(command.key))
-            step([&] { command.run(); });
+    for (const ViewCommand& view : viewCommands)
+        if (key == QLatin1String(view.key))
+            step([&] { view.run(); });
 }
 
 void ToolBarClick(const QString& key) {
@@ -311,7 +391,7 @@ void ButtonClick(const QString& key) {
     else if (key == u"cmdDown")
         CmdDown();
     else if (key == u"cmdFind")
-        Find();
+        runFind();
     else if (key == u"ImgClose")
         CloseFindPanel();
 }
@@ -329,11 +409,13 @@ void BrowseClick(const QString& key) {
 
 void CmdUp() {
     SkipErrors step = ReportingSteps(QStringLiteral("CmdUp"));
+    const Command up;
     step([] { stepRecord(true); });
 }
 
 void CmdDown() {
     SkipErrors step = ReportingSteps(QStringLiteral("CmdDown"));
+    const Command down;
     step([] { stepRecord(false); });
 }
 
@@ -345,7 +427,7 @@ void CloseFindPanel() {
 
 void ListClick(int row) {
     if (!state().Loading)
-        state().SelectedIndex = row;
+        ChooseListRow(row);
 }
 
 void ListDoubleClick() {

@@ -202,6 +202,7 @@ void frmDataBase::showProgress() {
 
 void frmDataBase::closeEvent(QCloseEvent* event) {
     event->ignore();
+    CommitOpenEditor(); // what is typed is asked about, too
     Guarded(QStringLiteral("frmDataBase_Unload"), RequestClose);
 }
 

@@ -119,6 +119,11 @@ void frmDataBaseList::showSortArrow() {
 }
 
 void frmDataBaseList::showRow(int row) {
+    if (row < 1) {
+        clearSelection();
+        setCurrentIndex({});
+        return;
+    }
     setCurrentIndex(m_list->index(row - 1, 0));
     scrollTo(currentIndex());
     setFocus();

@@ -26,12 +26,13 @@ void showProgress(qsizetype row, qsizetype rows) {
 }
 
 /// False when the screen went while events ran.
-bool readRows(Recordset& records, QList<QStringList>& rows,
+bool readRows(Recordset& records, QList<QStringList>& rows, QStringList& keys,
               const std::function<bool()>& stillThere) {
     const int count = records.count();
     QElapsedTimer sinceYield;
     for (int row = 1; row <= count; ++row) {
         rows.append(readRow(records));
+        keys.append(records.text(0));
         records.moveNext();
         const bool due = !sinceYield.isValid() || sinceYield.elapsed() >= millisecondsBetweenYields;
         if (!due && row < count)
@@ -64,12 +65,13 @@ void AddDataToList(Recordset& records, const std::function<bool()>& stillThere) 
     manager.smuiProgress.setVisible(progressItem, true);
 
     QList<QStringList> rows;
+    QStringList keys;
     bool there = true;
-    step([&] { there = readRows(records, rows, stillThere); });
+    step([&] { there = readRows(records, rows, keys, stillThere); });
     if (!there || !stillThere()) // the report of an error waits, too
         return;
     step([&] { records.moveFirst(); });
-    manager.ListView1.setRows(FieldNames.mid(1), std::move(rows));
+    manager.ListView1.setRows(FieldNames.mid(1), std::move(rows), std::move(keys));
     manager.smuiProgress.setVisible(progressItem, false);
 }
 

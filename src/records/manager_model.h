@@ -20,6 +20,7 @@ struct ManagerState {
     QString ViewMode = QStringLiteral("Single"); ///< "Single" or "List"
     int SelectedIndex = 0;                       ///< 1-based row last clicked in the list, 0: none
     int HelpTopic = topics::DatabaseOptions;     ///< one of the six for the database screen
+    bool InCommand = false;                      ///< a command runs: its box may be open
     bool listShown = false;                      ///< ListView1 is up instead of smuiDataBase
 
     // The two searches.

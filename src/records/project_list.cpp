@@ -52,10 +52,12 @@ void ProjectList::clear() {
     setRows({}, {});
 }
 
-void ProjectList::setRows(const QStringList& columns, QList<QStringList> rows) {
+void ProjectList::setRows(const QStringList& columns, QList<QStringList> rows, QStringList keys) {
     beginResetModel();
     m_columns = columns;
     m_rows = std::move(rows);
+    m_keys = std::move(keys);
+    m_keys.resize(m_rows.size());
     m_sortColumn = -1;
     m_descending = false;
     endResetModel();
@@ -96,25 +98,22 @@ void ProjectList::applyOrder(const QList<int>& order) {
     emit layoutAboutToBeChanged({}, VerticalSortHint);
     QList<int> placeOf(order.size());
     QList<QStringList> rows;
+    QStringList keys;
     rows.reserve(order.size());
+    keys.reserve(order.size());
     for (int place = 0; place < order.size(); ++place) {
         placeOf[order[place]] = place;
         rows.append(m_rows[order[place]]);
+        keys.append(m_keys[order[place]]);
     }
     m_rows = std::move(rows);
+    m_keys = std::move(keys);
     const QModelIndexList before = persistentIndexList();
     QModelIndexList after;
     for (const QModelIndex& cell : before)
         after.append(index(placeOf[cell.row()], cell.column()));
     changePersistentIndexList(before, after);
     emit layoutChanged({}, VerticalSortHint);
-}
-
-int ProjectList::findByText(const QString& text, int from) const {
-    for (qsizetype row = std::max(from, 1); row <= m_rows.size(); ++row)
-        if (m_rows[row - 1].value(NameColumn).compare(text, Qt::CaseInsensitive) == 0)
-            return static_cast<int>(row);
-    return 0;
 }
 
 int ProjectList::rowCount(const QModelIndex& parent) const {

@@ -26,8 +26,9 @@ class ProjectList : public QAbstractTableModel {
     using QAbstractTableModel::QAbstractTableModel;
 
     void clear();
-    /// Replaces columns and rows; the rows stand as given, unsorted.
-    void setRows(const QStringList& columns, QList<QStringList> rows);
+    /// Replaces columns and rows; the rows stand as given, unsorted. Keys: the records' own, a row
+    /// each.
+    void setRows(const QStringList& columns, QList<QStringList> rows, QStringList keys = {});
     qsizetype count() const { return m_rows.size(); }
     /// 1-based row, 0-based column; raises Subscript outside the list.
     const QString& text(int row, int column) const;
@@ -39,9 +40,12 @@ class ProjectList : public QAbstractTableModel {
     int sortColumn() const { return m_sortColumn; } ///< -1: not sorted
     bool sortedDescending() const { return m_descending; }
 
-    /// The 1-based row with this text, searched for forward from a row; 0: none.
-    int findByText(const QString& text, int from) const;
-    /// Asks the view to select the row (1-based), to scroll to it and to take the focus.
+    /// The key of the record that a row (1-based) shows, wherever it was sorted to; "" outside.
+    QString key(int row) const { return m_keys.value(row - 1); }
+    /// The 1-based row of the record with this key; 0: none.
+    int rowOfKey(const QString& key) const { return static_cast<int>(m_keys.indexOf(key)) + 1; }
+    /// Asks the view to select the row (1-based), to scroll to it and to take the focus; 0: to
+    /// select none.
     void wantRow(int row) { emit RowWanted(row); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -57,6 +61,7 @@ class ProjectList : public QAbstractTableModel {
 
     QStringList m_columns;
     QList<QStringList> m_rows;
+    QStringList m_keys;
     int m_sortColumn = -1;
     bool m_descending = false;
 };

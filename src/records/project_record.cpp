@@ -5,6 +5,7 @@
 #include "platform/ports.h"
 #include "platform/texts.h"
 #include "records/manager_model.h"
+#include "records/project_changes.h"
 #include "records/record_panel.h"
 #include "records/record_state.h"
 #include "records/record_tables.h"
@@ -123,13 +124,18 @@ void ShowInvalidEntry(const QString& text) {
     MsgBox(text, QStringLiteral("Invalid Entry"), BoxIcon::Exclamation);
 }
 
-bool record_steps::mayDelete(bool tableIsEmpty) {
+bool record_steps::mayDelete(bool tableIsEmpty, const std::function<QString()>& sentence) {
     if (tableIsEmpty) {
         MsgBox(QStringLiteral("No records to delete"), QStringLiteral("Database Empty"));
         return false;
     }
-    return MsgBox(QStringLiteral("Are you sure you want to delete this record"),
-                  QStringLiteral("Delete this record?"), BoxIcon::Question,
+    QString question = QStringLiteral("Are you sure you want to delete this record");
+    SkipErrors uncounted(QStringLiteral("mayDelete"));
+    uncounted([&] {
+        if (const QString counted = sentence(); !counted.isEmpty())
+            question += QStringLiteral("\r\n\r\n") + counted;
+    });
+    return MsgBox(question, QStringLiteral("Delete this record?"), BoxIcon::Question,
                   BoxButtons::OkCancel) == BoxAnswer::Ok;
 }
 
@@ -169,15 +175,28 @@ Int16 SaveNewProject() {
     if (empty)
         return status::RecordInvalid;
     const TablesInUse tables;
+    RecentProject before;
+    step([&] { before = StoredProject(); });
     for (const ProjectStep& row : projectSteps)
         if (!runProjectStep(row, step) || tables.gone())
             return status::RecordInvalid;
     writeCustomer(step);
     if (tables.gone())
         return status::RecordInvalid;
-    step([] { ProjectRecords().update(); });
+    const RecentProject after{PanelText("PROJECT_NAME"), PanelText("PROJECT_NUM")};
+    if (!step.condition([&] { return MaySaveName(before, after); }) || tables.gone())
+        return status::RecordInvalid;
+    std::optional<RenamedProject> renamed;
+    step([&] { renamed = AskBookedTime(before, after); });
+    if (tables.gone() || !step([] { ProjectRecords().update(); }))
+        return status::RecordInvalid;
     step([] { RedrawProject(true); });
     step([] { ReturnToIdle(false); });
+    step([&] { FollowInRecentList(before, after); });
+    if (renamed)
+        RenameBookedTime(*renamed);
+    if (projectSinks.changed)
+        step(projectSinks.changed);
     return status::Done;
 }
 
@@ -201,20 +220,23 @@ void CancelProjectEntry() {
 
 void DeleteProject() {
     const TablesInUse tables;
-    if (!record_steps::mayDelete(ProjectRecords().isEmpty()) || tables.gone())
+    if (!record_steps::mayDelete(ProjectRecords().isEmpty(), BookedTimeSentence) || tables.gone())
         return;
     Recordset& records = ProjectRecords();
     const int position = records.position();
     const int rows = records.count();
+    const RecentProject deleted = StoredProject();
     records.deleteRow();
     SkipErrors step(QStringLiteral("DeleteProject"));
     if (!step([&] { moveAfterDelete(position, rows); }))
         step([&] { records.movePrevious(); });
     RedrawProject(true);
+    step([&] { FollowInRecentList(deleted, {}); });
+    if (projectSinks.changed)
+        step(projectSinks.changed);
 }
 
-std::optional<Int16> CheckProjectChanged() {
-    const TablesInUse tables;
+bool ProjectChanged() {
     Recordset& records = ProjectRecords();
     bool dirty = records.hasPendingChanges(); // left by a save that was refused
     for (const PanelField& field : comparedFields)
@@ -222,7 +244,12 @@ std::optional<Int16> CheckProjectChanged() {
     const QString customer = PanelText("CUSTID_SHOW");
     dirty = dirty ||
             (customer != records.text(QStringLiteral("CustomerID")) && customer != NotAssigned);
-    if (!dirty || !record_steps::saveWanted() || tables.gone())
+    return dirty;
+}
+
+std::optional<Int16> CheckProjectChanged() {
+    const TablesInUse tables;
+    if (!ProjectChanged() || !record_steps::saveWanted() || tables.gone())
         return std::nullopt;
     return SaveNewProject();
 }

@@ -7,6 +7,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace kelvrane {
@@ -16,17 +17,21 @@ namespace kelvrane {
 void AddNewRecord(Int16 customer);
 
 /// Tests the panel's rows in their order and writes them to the new or current row: 0, or 103 when
-/// the table is empty or a row is refused. Fields written before a refusal stay pending. Errors are
-/// reported, and the next step runs.
+/// the table is empty, a row is refused, or the row isn't written. Fields written before a refusal
+/// stay pending. Errors are reported, and the next step runs. Asks before a second project of one
+/// name is saved, and whether booked time goes along with a new name.
 Int16 SaveNewProject();
 
 /// Drops a new row or pending changes and goes back to ProjectPosition.
 void CancelProjectEntry();
 
-/// Asks, then deletes the current project.
+/// Asks, with the hours that are booked on it, then deletes the current project, also in the recent
+/// list.
 void DeleteProject();
 
-/// When a row of the panel differs from the current record, asks whether to save it. The status of
+/// Whether a row of the panel differs from the current record, or a refused save left changes.
+bool ProjectChanged();
+/// When the project changed, asks whether to save it. The status of
 /// the save, or empty when clean or not to be saved.
 std::optional<Int16> CheckProjectChanged();
 
@@ -37,8 +42,9 @@ void ShowInvalidEntry(const QString& text);
 void RedrawProject(bool editable);
 
 namespace record_steps {
-/// Says that there is nothing to delete, or asks whether to; false: don't.
-bool mayDelete(bool tableIsEmpty);
+/// Says that there is nothing to delete, or asks whether to, with a sentence behind the question;
+/// false: don't.
+bool mayDelete(bool tableIsEmpty, const std::function<QString()>& sentence);
 /// Asks "Save changes to the entry?".
 bool saveWanted();
 } // namespace record_steps

@@ -6,6 +6,7 @@
 #include "records/project_record.h"
 #include "records/record_state.h"
 #include "records/record_tables.h"
+#include "records/shown_record.h"
 
 namespace kelvrane {
 
@@ -39,9 +40,9 @@ void setFindCaption(const QString& caption) {
     Manager().buttons.setCaption(QStringLiteral("cmdFind"), caption);
 }
 
-/// The text of the row that matches. With "All" each column that misses moves the place on by one,
-/// so the rows that follow are not all looked at; that is wanted.
-bool searchList(QString& found) {
+/// The row that matches, 0: none. With "All" each column that misses moves the place on by one, so
+/// the rows that follow are not all looked at; that is wanted.
+int searchList() {
     const ProjectList& list = Manager().ListView1;
     int& place = state().ListFindIndex;
     const bool all = state().FindField == allFields;
@@ -51,14 +52,12 @@ bool searchList(QString& found) {
         const int first = all ? 0 : state().FindColumn;
         const int last = all ? columns - 1 : state().FindColumn;
         for (int column = first; column <= last; ++column) {
-            if (matches(list.text(row, column))) {
-                found = list.text(row, ProjectList::NameColumn);
-                return true;
-            }
+            if (matches(list.text(row, column)))
+                return row;
             ++place;
         }
     }
-    return false;
+    return 0;
 }
 
 bool SearchColumn() {
@@ -173,7 +172,7 @@ void Find() {
         return;
     if (state().listShown)
         FindInListItem();
-    else
+    else if (MayLeaveRecord())
         FindInSingleRecordView();
 }
 
@@ -184,11 +183,11 @@ void FindInListItem() {
             return;
         ProjectList& list = Manager().ListView1;
         int& place = state().ListFindIndex;
-        QString found;
-        if (searchList(found)) {
-            if (const int row = list.findByText(found, place))
-                list.wantRow(row);
-            state().SelectedIndex = place;
+        const int row = searchList();
+        // What is marked is what "Select" takes: the row found, or none.
+        ChooseListRow(row);
+        list.wantRow(row);
+        if (row > 0) {
             ++place;
             return;
         }

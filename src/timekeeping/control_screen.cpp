@@ -10,14 +10,18 @@
 #include "frame/waiting_questions.h"
 #include "history/roll_up.h"
 #include "platform/ports.h"
+#include "records/project_changes.h"
+#include "records/project_lookup.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
 #include "timekeeping/break_down.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_views.h"
+#include "timekeeping/daily_chart.h"
 #include "timekeeping/day_change.h"
 #include "timekeeping/day_load.h"
 #include "timekeeping/day_questions.h"
+#include "timekeeping/rename_today.h"
 #include "timekeeping/tray_state.h"
 #include "timekeeping/week_hours.h"
 #include "timekeeping/working_day.h"
@@ -144,7 +148,7 @@ void RestoreProjectName() {
     Control().smuiProjectStatus.setValue(projectNumber, running.ProjectNumber);
 }
 
-void StartProjectByName(const QString& name) {
+void StartProjectByName(const QString& name, const QString& number) {
     EnsureControlScreenLoaded();
     FollowClock();
     const qsizetype entries = DayEntries.size();
@@ -155,7 +159,12 @@ void StartProjectByName(const QString& name) {
     try {
         OpenProjectTable(QStringLiteral("ReadOnly"));
         opened = ProjectTable.get();
-        StartNewProject(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
+        if (FindChosenProject(ProjectRecords(), name, number)) {
+            StartNewProject({});
+        } else {
+            Control().smuiProjectStatus.setChoices(projectName, ProjectChoices());
+            RestoreProjectName();
+        }
     } catch (...) {
         if (DayEntries.size() == entries)
             RestoreProjectName();
@@ -166,8 +175,9 @@ void StartProjectByName(const QString& name) {
 void ChooseProject(int place, const QString& value) {
     const bool isProject =
         !NoRecentProjects && !RecentProjects.isEmpty() && place < RecentProjects.size();
+    const RecentProject project = RecentProjectOf(place, value);
     if (isProject)
-        StartProjectByName(value);
+        StartProjectByName(project.name, project.number);
     else
         ports.screens->show(Screen::frmDataBase);
 }
@@ -245,10 +255,14 @@ void takeSelection(const QString& name, const QString& number) {
     FollowClock();
     const qsizetype entries = DayEntries.size();
     const QString heading = StatusHeading;
-    AddRecentProject(name);
+    if (!FindChosenProject(ProjectRecords(), name, number)) {
+        RestoreProjectName();
+        return;
+    }
+    AddRecentProject(name, NumberIfShared(ProjectRecords()));
     FillRecentProjectList(name, number);
     try {
-        StartNewProject(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
+        StartNewProject({});
     } catch (...) {
         if (DayEntries.size() == entries) { // what runs goes on, and the fields say so
             RestoreProjectName();
@@ -267,11 +281,31 @@ void followSetting(const QString& name) {
     }
 }
 
+void renameToday(const RenamedProject& renamed) {
+    EnsureControlScreenLoaded();
+    RenameTodaysEntries(renamed);
+}
+
+/// Shows what a saved or deleted project changed in the recent list and in the booked time.
+void refreshProjects() {
+    if (!Control().loaded)
+        return;
+    SkipErrors step(QStringLiteral("refreshProjects"));
+    step([] { Control().smuiProjectStatus.setChoices(projectName, ProjectChoices()); });
+    step([] { RestoreProjectName(); });
+    if (GraphShowing)
+        step([] { UpdateDailyChart(); });
+    if (WeekViewShowing)
+        step([] { FillWeekView(); });
+}
+
 } // namespace
 
 void WireControlScreen() {
     selectionSinks.day = {takeSelection, RestoreProjectName};
     RegisterDayQuestions();
+    projectSinks.renameToday = renameToday;
+    projectSinks.changed = refreshProjects;
     static bool wired = false;
     if (std::exchange(wired, true))
         return;

@@ -17,9 +17,10 @@ void UnloadControlScreen();
 /// Fills the drop-down of PROJECT_NAME with the recent projects and "More ... ".
 void FillRecentProjectList(const QString& name, const QString& number);
 /// Starts a project by name: fills PROJECT_NAME, opens the table, StartNewProject, closes it. Loads
-/// the day first when it isn't. Raises what StartNewProject and the table raise; without a new
-/// entry PROJECT_NAME is put back.
-void StartProjectByName(const QString& name);
+/// the day first when it isn't. The number counts where several projects have the name. A project
+/// that isn't found starts nothing, and a box says so. Raises what StartNewProject and the table
+/// raise; without a new entry PROJECT_NAME is put back.
+void StartProjectByName(const QString& name, const QString& number = {});
 /// Puts PROJECT_NAME back on the running project, or empties it.
 void RestoreProjectName();
 /// The choice of the list's place-th item (0-based): starts that project, or opens the Database

@@ -6,6 +6,7 @@
 #include "history/roll_up.h"
 #include "platform/ports.h"
 #include "platform/texts.h"
+#include "records/project_lookup.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
 #include "timekeeping/break_down.h"
@@ -209,8 +210,13 @@ void ChooseModifyProject(int place, const QString& value) {
         // A set of its own: the Database Manager may be open on another record.
         OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
         Recordset& records = projects.rows;
-        records.find(QStringLiteral("Project_Name = '") + value + QLatin1Char('\''));
-        takeProject(records.text(project_column::Name), records.text(project_column::Number));
+        const RecentProject chosen = RecentProjectOf(place, value);
+        if (FindChosenProject(records, chosen.name, chosen.number)) {
+            takeProject(records.text(project_column::Name), records.text(project_column::Number));
+        } else {
+            FillModifyProjectList();
+            putProjectBack();
+        }
     } catch (const RuntimeError&) {
         putProjectBack();
         throw;

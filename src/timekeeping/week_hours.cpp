@@ -1,8 +1,8 @@
 #include "timekeeping/week_hours.h"
 
 #include "frame/globals.h"
-#include "frame/program_folder.h"
 #include "history/day_history.h"
+#include "history/period_query.h"
 #include "platform/ports.h"
 #include "platform/recordset.h"
 #include "platform/skip_errors.h"
@@ -32,7 +32,7 @@ QString belowIncrement() {
 WeekView::Row readRow(Connection& connection, const QString& name, QDate start) {
     WeekView::Row row;
     row.name = name;
-    Recordset records(connection, ProjectPeriodQuery(name, start, start.addDays(daysInWeek - 1)));
+    Recordset records(connection, ProjectPeriodRows(name, start, start.addDays(daysInWeek - 1)));
     float sum = 0;
     for (; !records.atEnd(); records.moveNext()) {
         const int minutes = records.value(QStringLiteral("TotalTime")).toInt() -
@@ -78,12 +78,13 @@ void FillWeekView() {
     SkipErrors guard(QStringLiteral("FillWeekView"));
     guard([] {
         WeekView& view = Control().lvwWeekView;
-        Connection connection(InAppPath(QString::fromLatin1(files::DayHistory)));
+        // The tick fills the view: a history that is locked leaves it as it is.
+        Connection connection(DayHistoryPath(), LockWait::None);
         if (Recordset(connection, QStringLiteral("DayInfo")).isEmpty())
             return;
         const QDate start = view.WeekStartDate;
         QStringList names;
-        Recordset week(connection, PeriodQuery(start, start.addDays(daysInWeek - 1)));
+        Recordset week(connection, PeriodRows(start, start.addDays(daysInWeek - 1)));
         for (; !week.atEnd(); week.moveNext()) {
             const QString name = week.text(QStringLiteral("ProjectName"));
             if (names.isEmpty() || names.last() != name)
@@ -91,13 +92,10 @@ void FillWeekView() {
         }
         QList<WeekView::Row> rows;
         SkipErrors each(QStringLiteral("FillWeekView"));
-        // Every name is listed; one that breaks its query ends the filling of cells there.
-        each([&] {
-            for (const QString& name : names)
-                rows.append(readRow(connection, name, start));
-        });
-        for (const QString& name : names.mid(rows.size()))
-            rows.append({.name = name});
+        // Every name is listed; times that can't be read leave their row without cells.
+        for (const QString& name : names)
+            if (!each([&] { rows.append(readRow(connection, name, start)); }))
+                rows.append({.name = name});
         view.setRows(rows);
     });
 }

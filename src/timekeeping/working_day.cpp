@@ -79,7 +79,8 @@ void refreshViews() {
 
 void StartNewProject(const QString& criterion) {
     // The record is read before the day is touched: a table without records changes nothing.
-    FindProjectRecord(criterion);
+    if (!FindProjectRecord(criterion))
+        return;
     const QString number = ProjectRecords().text(project_column::Number);
     if (DayEntries.isEmpty()) {
         Control().smuiBreakDown.clear(); // rows of a day that was dropped at midnight
@@ -130,21 +131,22 @@ void AddDayEntry(const QString& ProjectName) {
     UpdateDailyChart();
 }
 
-void FindProjectRecord(const QString& criterion) {
+bool FindProjectRecord(const QString& criterion) {
     if (criterion.isEmpty())
-        return;
+        return true;
     Recordset& records = ProjectRecords();
     if (records.isEmpty())
-        return;
+        return false;
     const int before = records.position();
     records.moveFirst();
     records.find(criterion);
     if (!records.atEnd())
-        return;
+        return true;
     if (before >= 1)
         records.setPosition(before);
     else
         records.moveFirst();
+    return false;
 }
 
 void StopCurrentEntry() {

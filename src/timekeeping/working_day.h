@@ -11,12 +11,14 @@ namespace kelvrane {
 
 /// Begins a new entry with the name in the PROJECT_NAME field; the running entry gets the same
 /// minute as its stop. The caller has opened the project table; the criterion finds the record that
-/// gives name and number, an empty one leaves the cursor where it is.
+/// gives name and number, an empty one means the record that the cursor is on. A criterion that
+/// finds no record starts nothing.
 void StartNewProject(const QString& criterion);
 /// Appends the entry and its six rows. Called by StartNewProject only.
 void AddDayEntry(const QString& ProjectName);
-/// Moves the project table to the first record that matches. Finding nothing puts it back.
-void FindProjectRecord(const QString& criterion);
+/// Moves the project table to the first record that matches; true also for an empty criterion.
+/// Finding nothing puts it back.
+bool FindProjectRecord(const QString& criterion);
 
 /// Stops the entry at CurrentEntryIndex, saves the file, rolls up and compacts the history. Every
 /// step is passed over when it fails.

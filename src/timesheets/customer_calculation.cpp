@@ -3,9 +3,11 @@
 #include "frame/error_report.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
-#include "history/day_history.h"
+#include "history/period_query.h"
+#include "platform/escaped_fields.h"
 #include "platform/ports.h"
 #include "platform/texts.h"
+#include "records/project_lookup.h"
 #include "records/record_tables.h"
 #include "timesheets/database_list_file.h"
 #include "timesheets/sheet_context.h"
@@ -37,13 +39,18 @@ class Deal {
     /// False when the rest of the database is given up: a project isn't in the project table.
     bool take(Recordset& row) {
         const QString name = row.text(QStringLiteral("ProjectName"));
-        if (name != m_previous && !turnTo(name))
+        const QString number = row.text(QStringLiteral("ProjectNumber"));
+        const bool another = name != m_previous || (m_isShared && number != m_previousNumber);
+        if (another && !turnTo(name, number))
             return false;
         m_files[m_id] += ToFileBytes(line(row));
         return true;
     }
 
-    void startDatabase() { m_previous.clear(); }
+    void startDatabase() {
+        m_previous.clear();
+        m_isShared = false;
+    }
 
     void write() {
         for (auto file = m_files.constBegin(); file != m_files.constEnd(); ++file)
@@ -53,17 +60,15 @@ class Deal {
   private:
     /// A customer met before keeps the file that is current: the rows go to the customer met last,
     /// and that is wanted.
-    bool turnTo(const QString& name) {
-        if (!m_projects.isEmpty()) {
-            m_projects.moveFirst();
-            m_projects.find(QStringLiteral("Project_Name = '") + name + QLatin1Char('\''));
-        }
-        if (m_projects.atEnd()) {
+    bool turnTo(const QString& name, const QString& number) {
+        if (FindProject(m_projects, name, number) == ProjectFound::No) {
             MsgBox(QStringLiteral("Customer ID for project name \"") + name +
                    QStringLiteral("\" does not exist, skipping this project."));
             return false;
         }
         m_previous = name;
+        m_previousNumber = number;
+        m_isShared = !NumberIfShared(m_projects).isEmpty();
         const QString id = m_projects.text(QStringLiteral("CustInfoDBID"));
         if (!id.isEmpty() && CustomerIDs.contains(int(id.toInt())))
             return true;
@@ -77,16 +82,17 @@ class Deal {
     static QString line(Recordset& row) {
         const double minutes = ToDouble(row.text(QStringLiteral("TotalTime"))) -
                                ToDouble(row.text(QStringLiteral("BreakTime")));
-        return QStringList{row.text(QStringLiteral("Date")),
+        return JoinFields({row.text(QStringLiteral("Date")),
                            row.text(QStringLiteral("ProjectName")),
-                           row.text(QStringLiteral("ProjectNumber")), DoubleText(minutes)}
-                   .join(QLatin1Char(';')) +
+                           row.text(QStringLiteral("ProjectNumber")), DoubleText(minutes)}) +
                QLatin1Char('\n');
     }
 
     Recordset& m_projects;
     CalculationErrors& m_errors;
     QString m_previous;
+    QString m_previousNumber;
+    bool m_isShared = false; ///< several projects have the name: the number counts
     QString m_id;
     QHash<QString, QByteArray> m_files;
 };
@@ -95,7 +101,7 @@ void dealOut(SheetContext& context, Connection& history, QDate endDate, Deal& de
              CalculationErrors& errors) {
     deal.startDatabase();
     errors.step([&] {
-        Recordset rows(history, PeriodQuery(DateFromText(context.startDate), endDate));
+        Recordset rows(history, PeriodRows(DateFromText(context.startDate), endDate));
         bool goesOn = true;
         for (; goesOn && !rows.atEnd(); rows.moveNext())
             errors.step([&] { goesOn = deal.take(rows); });
@@ -150,11 +156,7 @@ CustomerSheetFields readCustomer(Recordset& customers) {
 /// Rate and amount of a line. An anchor in column A counts as absent; that is wanted.
 void writeAmount(SheetContext& context, Recordset& projects, const QStringList& line, int offset,
                  double discount) {
-    if (projects.isEmpty())
-        return;
-    projects.moveFirst();
-    projects.find(QStringLiteral("Project_Name='") + At(line, 1) + QLatin1Char('\''));
-    if (projects.atEnd())
+    if (FindProject(projects, At(line, 1), At(line, 2)) == ProjectFound::No)
         return;
     const SSVariable& hours = SSVariables[anchor::Hours];
     const SSVariable& rate = SSVariables[anchor::Rate];
@@ -194,7 +196,7 @@ QList<QStringList> readDataFile(const QString& path) {
     QList<QStringList> lines;
     for (const QString& line : FromFileBytes(ports.files->read(path)).split(QLatin1Char('\n')))
         if (!line.isEmpty())
-            lines.append(line.split(QLatin1Char(';')));
+            lines.append(SplitFields(line));
     return lines;
 }
 

@@ -233,6 +233,13 @@ void closeHelperForm() {
     const QString alias = list.frmSSHelper.value(txtAlias);
     database.Location = list.frmSSHelper.value(txtDBLocation);
     database.Text = alias.trimmed().isEmpty() ? database.Location : alias;
+    if (database.Text.contains(u';') || database.Location.contains(u';')) {
+        MsgBox(
+            QStringLiteral("An alias or a location can't have a semicolon (;) in it: the list of "
+                           "databases puts one between the two.  Please enter another."),
+            QStringLiteral("Invalid Entry"), BoxIcon::Exclamation);
+        return;
+    }
     if (isNew)
         database.State = database_state::Accept;
     store(number, database);

@@ -2,7 +2,7 @@
 
 #include "frame/error_report.h"
 #include "frame/program_folder.h"
-#include "history/day_history.h"
+#include "history/period_query.h"
 #include "platform/ports.h"
 #include "platform/recordset.h"
 #include "platform/texts.h"
@@ -54,9 +54,8 @@ void writeProject(SheetContext& context, Connection& history, int project, QDate
                 .setValue(QLatin1Char('\'') + ProjectNumbers[project]);
         });
     errors.step([&] {
-        Recordset rows(history, ProjectPeriodQuery(ProjectNames[project],
-                                                   DateFromText(context.startDate), endDate) +
-                                    QStringLiteral(" ORDER BY Date"));
+        Recordset rows(history, ProjectPeriodRows(ProjectNames[project],
+                                                  DateFromText(context.startDate), endDate));
         writeHours(context, rows, project, increment, errors);
     });
 }
@@ -81,7 +80,7 @@ bool fillFrom(SheetContext& context, const DatabaseLine& line, Connection& histo
     if (!hasRows)
         return false;
     errors.step([&] {
-        Recordset rows(history, PeriodQuery(DateFromText(context.startDate), endDate));
+        Recordset rows(history, PeriodRows(DateFromText(context.startDate), endDate));
         collectProjects(rows);
     });
     for (int project = 0; project < ProjectNames.size(); ++project) {

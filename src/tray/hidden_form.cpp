@@ -124,7 +124,7 @@ void RebuildRecentMenu() {
     if (!NoRecentProjects)
         while (place <= RecentProjects.size() && place < tray_items::RecentCount &&
                !RecentProjects[place - 1].isEmpty()) {
-            show(place, RecentProjects[place - 1]);
+            show(place, RecentLabel(place - 1));
             ++place;
         }
     show(place, MoreProjects);
@@ -147,10 +147,15 @@ void TrayMenuClick(const QString& key) {
 
 void RecentProjectClick(const QString& key) {
     const QString caption = Menus().mnuRProjects.item(key).caption;
-    if (caption == MoreProjects)
+    if (caption == MoreProjects) {
         ports.screens->show(Screen::frmDataBase);
-    else
-        StartProjectByName(caption);
+        return;
+    }
+    int place = 1;
+    while (place < tray_items::RecentCount && tray_items::RecentKey(place) != key)
+        ++place;
+    const RecentProject project = RecentProjectOf(place - 1, caption);
+    StartProjectByName(project.name, project.number);
 }
 
 } // namespace kelvrane

@@ -69,6 +69,49 @@ TEST_F(Recordsets, OrderIsTheRecordSetsOwn) {
             << source.toStdString();
 }
 
+TEST_F(Recordsets, ValuesAreBoundAndNoPartOfTheStatement) {
+    const QString names_[] = {u"O'Neil's site"_s,        u"a \"b\""_s,
+                              u"C#3/14/2002#"_s,         u"why?"_s,
+                              u"'; DELETE FROM T; --"_s, u" ORDER BY Day"_s};
+    for (const QString& name : names_) {
+        Recordset rows(*connection, u"T"_s, Recordset::Optimistic);
+        rows.addNew();
+        rows.setValue(u"Name"_s, name);
+        rows.update();
+    }
+    for (const QString& name : names_) {
+        Recordset rows(*connection,
+                       BoundQuery{u"SELECT * FROM T WHERE Name = ? ORDER BY Name"_s, {name}},
+                       Recordset::Optimistic);
+        ASSERT_EQ(rows.count(), 1) << name.toStdString();
+        EXPECT_EQ(rows.text(1), name);
+        rows.setValue(u"Minutes"_s, 7);
+        rows.update();
+
+        Recordset table(*connection, u"T"_s);
+        table.find(u"Name = '"_s + name + u"'"_s);
+        EXPECT_EQ(table.text(u"Minutes"_s), "7") << name.toStdString();
+    }
+    const struct {
+        BoundQuery query;
+        QString names;
+    } cases[] = {
+        {{u"SELECT * FROM T WHERE Day = ? AND Minutes = ?"_s, {QDate(2002, 3, 14), 60}}, u"beta"_s},
+        {{u"SELECT * FROM T WHERE coalesce(Rate, '') = ? AND ID < 6"_s, {QString()}}, u"alpha"_s},
+        {{u"SELECT * FROM T WHERE Day = #3/15/2002# AND Name = ?"_s, {u"Alpha"_s}}, u"Alpha"_s},
+    };
+    for (const auto& row : cases) {
+        Recordset rows(*connection, row.query);
+        EXPECT_EQ(names(rows), row.names) << row.query.sql.toStdString();
+    }
+    const BoundQuery wrong[] = {{u"SELECT * FROM T WHERE ID = ?"_s, {}},
+                                {u"SELECT * FROM T WHERE ID = 1"_s, {1}},
+                                {u"SELECT * FROM T WHERE ID = ?; DELETE FROM T"_s, {1}}};
+    for (const BoundQuery& query : wrong)
+        EXPECT_EQ(RaisedError([&] { Recordset rows(*connection, query); }), errors::Sql)
+            << query.sql.toStdString();
+}
+
 // Both ways of standing on rows: a table that is fetched when it must be, and a query's snapshot.
 class Cursors : public Recordsets, public testing::WithParamInterface<const char*> {
   protected:
@@ -128,6 +171,8 @@ TEST_P(Cursors, Finds) {
         {u"Minutes= '60'"_s, 2, 4},
         {u"Rate = '0.50'"_s, 1, 1},
         {u"Minutes = ''"_s, 1, Recordset::afterLast},
+        {u"Name = 'alpha''"_s, 1, Recordset::afterLast}, // the quote belongs to the name
+        {u"Name = 'a' or 'b'"_s, 1, Recordset::afterLast},
         {u"Day = '3/15/2002'"_s, 1, 2},
         {u"Day = #3/14/2002#"_s, 2, 3},
         {u"Active = 'True'"_s, 2, 4},
@@ -147,7 +192,7 @@ TEST_P(Cursors, Finds) {
     }
     auto rows = open();
     for (const QString& criterion :
-         {u""_s, u"Name"_s, u"Name = "_s, u"Name = alpha"_s, u"Name = 'O'Brien'"_s,
+         {u""_s, u"Name"_s, u"Name = "_s, u"Name = alpha"_s, u"Name = 'alpha' x"_s,
           u"absent = 'x'"_s, u"= 'x'"_s, u"Name = '"_s, u"Day = #2/30/2002#"_s})
         EXPECT_EQ(RaisedError([&] { rows->find(criterion); }), errors::BadFindText)
             << criterion.toStdString();

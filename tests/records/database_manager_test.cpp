@@ -149,6 +149,129 @@ TEST_F(DatabaseManagerTest, SelectsTheListRowThatWasClicked) {
     EXPECT_EQ(taken, QStringList("day:beta:N-1"));
 }
 
+TEST_F(DatabaseManagerTest, TheRowClickedIsTheRecordShownUpdatedDeletedAndSelected) {
+    for (const char* name : {"beta", "Alpha", "Gamma", "Alpha"})
+        AddProject(QString::fromLatin1(name));
+    Open();
+    View("LIST_VIEW");
+    listview1_ColumnClick(0); // Alpha (2), Alpha (4), beta (1), Gamma (3)
+    ListClick(2);
+    View("SINGLE_VIEW");
+    EXPECT_EQ(Row("PROJECT_NAME"), "Alpha");
+    EXPECT_EQ(ProjectRecords().text(0), "4");
+
+    View("LIST_VIEW");
+    listview1_ColumnClick(0);
+    ListClick(4);
+    Manager().smuiOptions.click(QStringLiteral("DB Manager"));
+    EXPECT_EQ(Row("PROJECT_NAME"), "Gamma");
+    Type("PROJECT_NAME", QStringLiteral("Aardvark"));
+    Edit("UPDATE");
+    EXPECT_EQ(Stored("ProjectInfo", 3, "Project_Name"), "Aardvark");
+
+    // Back in the list: what was changed is there, and the record that was shown is chosen.
+    Manager().smuiOptions.click(QStringLiteral("OPTIONS"));
+    EXPECT_EQ(Names(), QStringList({"Aardvark", "Alpha", "Alpha", "beta"}));
+    EXPECT_EQ(Manager().state.SelectedIndex, 1);
+    ListClick(4);
+    Manager().smuiOptions.click(QStringLiteral("DB Manager"));
+    dialogs.expect(QStringLiteral("Are you sure you want to delete this record"), BoxAnswer::Ok);
+    Edit("DELETE");
+    EXPECT_EQ(Stored("ProjectInfo", 1, "Project_Name"), "Alpha") << "beta is gone";
+    Manager().smuiOptions.click(QStringLiteral("OPTIONS"));
+    EXPECT_EQ(Names(), QStringList({"Aardvark", "Alpha", "Alpha"}));
+    ListClick(1);
+    View("SELECT");
+    EXPECT_EQ(taken, QStringList("day:Aardvark:N-1"));
+}
+
+TEST_F(DatabaseManagerTest, WhatWasTypedIsAskedAboutOnEveryRoadAway) {
+    AddCustomer(QStringLiteral("Acme"), QStringLiteral("Stone"));
+    AddProject(QStringLiteral("A"), QStringLiteral("1"));
+    const std::pair<const char*, std::function<void()>> roads[] = {
+        {"other tab", [] { Manager().smuiOptions.click(QStringLiteral("OPTIONS")); }},
+        {"other table", [] { ShowTable(Customers); }},
+        {"new record", [] { Edit("ADD_NEW"); }},
+        {"closing", [] { Manager().smuiToolBar.click(QStringLiteral("CLOSE")); }},
+        {"closed by the program", [] { UnloadDataBase(); }},
+    };
+    int notes = 0;
+    for (const auto& [road, go] : roads) {
+        SCOPED_TRACE(road);
+        for (const BoxAnswer answer : {BoxAnswer::No, BoxAnswer::Yes}) {
+            OpenManager();
+            Manager().smuiOptions.click(QStringLiteral("DB Manager")); // the tab that is up
+            const QString typed = QStringLiteral("typed %1").arg(++notes);
+            const QString before = Stored("ProjectInfo", 1, "Notes");
+            Type("NOTES", typed);
+            dialogs.expect(QStringLiteral("Save changes to the entry?"), answer);
+            go();
+            EXPECT_EQ(Stored("ProjectInfo", 1, "Notes"), answer == BoxAnswer::Yes ? typed : before);
+            UnloadDataBase(); // asked once: there is no further box
+        }
+    }
+    EXPECT_EQ(StoredCount("ProjectInfo"), 1);
+}
+
+TEST_F(DatabaseManagerTest, ASaveThatIsRefusedKeepsTheRecordUp) {
+    AddCustomer(QStringLiteral("Acme"), QStringLiteral("Stone"));
+    AddProject(QStringLiteral("A"), QStringLiteral("1"));
+    OpenManager();
+    Type("RATE", QStringLiteral("much"));
+    const std::function<void()> roads[] = {
+        [] { Manager().smuiOptions.click(QStringLiteral("OPTIONS")); },
+        [] { ShowTable(Customers); },
+        [] { RequestClose(); },
+    };
+    for (const auto& go : roads) {
+        dialogs.expect(QStringLiteral("Save Changes?"), BoxAnswer::Yes);
+        dialogs.expect(QStringLiteral("Invalid Entry"));
+        go();
+        EXPECT_TRUE(Manager().state.InManager);
+        EXPECT_EQ(Manager().smuiPanel1.value(QStringLiteral("TABLE")), "Projects");
+        EXPECT_EQ(Row("RATE"), "much");
+        EXPECT_TRUE(screens.unloaded.isEmpty());
+    }
+    Type("RATE", QStringLiteral("80"));
+    dialogs.expect(QStringLiteral("Save Changes?"), BoxAnswer::Yes);
+    ShowTable(Customers);
+
+    // A customer is asked about as well, and saved before the road is taken.
+    Type("CUSCITY", QStringLiteral("Shelbyville"));
+    dialogs.expect(QStringLiteral("Save Changes?"), BoxAnswer::Yes);
+    ShowTable(Projects);
+    EXPECT_EQ(Stored("CustomerInfo", 1, "City"), "Shelbyville");
+    EXPECT_EQ(Row("RATE"), "80");
+}
+
+TEST_F(DatabaseManagerTest, ANewRecordIsAskedAboutOnceSomethingIsTyped) {
+    AddProject(QStringLiteral("A"), QStringLiteral("1"));
+    AddProject(QStringLiteral("B"), QStringLiteral("2"));
+    OpenManager();
+    Step("CmdUp");
+    Edit("ADD_NEW");
+    Manager().smuiOptions.click(QStringLiteral("OPTIONS")); // untouched: no question
+    EXPECT_EQ(Row("PROJECT_NAME"), "B");
+    EXPECT_TRUE(Manager().smuiPanel1.item(QStringLiteral("UPDATE")).visible);
+
+    Manager().smuiOptions.click(QStringLiteral("DB Manager"));
+    Edit("ADD_NEW");
+    Type("PROJECT_NAME", QStringLiteral("New"));
+    dialogs.expect(QStringLiteral("Save Changes?"), BoxAnswer::No);
+    RequestClose();
+    EXPECT_EQ(StoredCount("ProjectInfo"), 2);
+
+    OpenManager();
+    Edit("ADD_NEW");
+    Type("PROJECT_NAME", QStringLiteral("New"));
+    Type("PROJECT_NUM", QStringLiteral("3"));
+    Type("RATE", QStringLiteral("1"));
+    dialogs.expect(QStringLiteral("Save Changes?"), BoxAnswer::Yes);
+    RequestClose();
+    EXPECT_EQ(Stored("ProjectInfo", 3, "Project_Name"), "New");
+    EXPECT_FALSE(ProjectTable);
+}
+
 TEST_F(DatabaseManagerTest, EmptyDatabaseHasNothingToSelect) {
     Open();
     dialogs.expect(QStringLiteral("Cannot select this record because Project Database is empty"));

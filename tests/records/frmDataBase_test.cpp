@@ -131,6 +131,37 @@ TEST_F(frmDataBaseTest, WhatIsTypedStaysWithItsRecord) {
     EXPECT_EQ(Stored("ProjectInfo", 2, "Notes"), "note");
 }
 
+TEST_F(frmDataBaseTest, WhatIsStillBeingTypedIsAskedAboutWhenTheWindowCloses) {
+    AddProject(QStringLiteral("A"));
+    Show();
+    Manager().smuiOptions.click(QStringLiteral("DB Manager"));
+    auto* panel = Find<KeyedPanel>("", "smuiDataBase");
+    panel->activate(QStringLiteral("NOTES"));
+    auto* editor = panel->viewport()->findChild<QLineEdit*>(QStringLiteral("NOTES"));
+    ASSERT_TRUE(editor);
+    editor->setText(QStringLiteral("last words"));
+    dialogs.expect(QStringLiteral("Save changes to the entry?"), BoxAnswer::Yes);
+    screen->close();
+    EXPECT_EQ(Stored("ProjectInfo", 1, "Notes"), "last words");
+}
+
+TEST_F(frmDataBaseTest, ASearchThatFindsNothingMarksNothing) {
+    for (const char* name : {"A", "B"})
+        AddProject(QString::fromLatin1(name));
+    Show();
+    Click("smuiPanel0", "LIST_VIEW");
+    auto* list = Find<frmDataBaseList>("", "ListView1");
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, CellOf(1, 0));
+    Click("smuiPanel0", "FIND");
+    QTest::keyClicks(Find<QLineEdit>("smuiFind", "FIND"), QStringLiteral("nowhere"));
+    dialogs.expect(QStringLiteral("found"));
+    Click("", "cmdFind");
+    EXPECT_FALSE(list->selectionModel()->hasSelection());
+    dialogs.expect(QStringLiteral("Please select a record"));
+    Click("smuiPanel0", "SELECT");
+    EXPECT_TRUE(taken.isEmpty());
+}
+
 TEST_F(frmDataBaseTest, AClickOnTheMarkedRowTakesThatRow) {
     for (const char* name : {"A", "B", "C"})
         AddProject(QString::fromLatin1(name), QStringLiteral("N-") + QString::fromLatin1(name));

@@ -4,6 +4,7 @@
 #include "frame/globals.h"
 #include "records/database_manager.h"
 #include "records/manager_model.h"
+#include "records/project_changes.h"
 #include "records/record_panel.h"
 #include "records/record_state.h"
 #include "records/record_tables.h"
@@ -18,6 +19,7 @@ class RecordTest : public ProgramTest {
     RecordTest() {
         recordState = {};
         selectionSinks = {};
+        projectSinks = {};
         ProjectDatabase = path(QStringLiteral("projects.mdb"));
         CreateProjectDatabase(ProjectDatabase);
         screens.onUnload = [](Screen screen) {
@@ -28,11 +30,13 @@ class RecordTest : public ProgramTest {
 
     ~RecordTest() override {
         ItemSelected = true;
+        Manager().state.InManager = false; // nobody is asked about what a test left typed
         UnloadDataBase();
         CloseProjectTable();
         CloseCustomerTable();
         recordState = {};
         selectionSinks = {};
+        projectSinks = {};
     }
 
     static void Execute(const QString& sql) { Connection(ProjectDatabase).execute(sql); }

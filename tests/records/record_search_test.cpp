@@ -85,6 +85,51 @@ TEST_F(RecordSearchTest, ListWithAllFieldsMovesOnByAColumnAMiss) {
     ExpectNothing("Item not found");
 }
 
+TEST_F(RecordSearchTest, WhatTheListSearchFindsIsWhatIsSelected) {
+    for (const char* name : {"Same", "Same", "Other"})
+        AddProject(QString::fromLatin1(name), QStringLiteral("plain"));
+    Execute(QStringLiteral("UPDATE ProjectInfo SET Notes = 'needle' WHERE ID = 2"));
+    QStringList taken;
+    selectionSinks.day.select = [&](const QString& name, const QString&) {
+        taken.append(name + ProjectRecords().text(0));
+    };
+    Open();
+    View("FIND");
+    View("LIST_VIEW");
+    Manager().smuiFind.setChoices(QStringLiteral("FIELDS"), FieldNames.mid(1) << "All");
+    Manager().smuiFind.choose(QStringLiteral("FIELDS"), 4); // the notes
+    Look(QStringLiteral("needle"));
+    int marked = -1;
+    const auto connection = QObject::connect(&Manager().ListView1, &ProjectList::RowWanted,
+                                             [&](int row) { marked = row; });
+    Step("cmdFind");
+    EXPECT_EQ(marked, 2);
+    EXPECT_EQ(Manager().state.SelectedIndex, 2);
+    EXPECT_EQ(ProjectRecords().text(0), "2") << "the second of the two named alike";
+
+    ListClick(3);
+    ExpectNothing("No more items found");
+    EXPECT_EQ(marked, 0);
+    dialogs.expect(QStringLiteral("Please select a record"));
+    View("SELECT");
+    EXPECT_TRUE(taken.isEmpty());
+    Step("cmdFind");
+    View("SELECT");
+    EXPECT_EQ(taken, QStringList("Same2"));
+    QObject::disconnect(connection);
+}
+
+TEST_F(RecordSearchTest, ASearchAsksAboutWhatWasTyped) {
+    OpenWith({"A", "B"});
+    Manager().smuiOptions.click(QStringLiteral("DB Manager"));
+    Look(QStringLiteral("B"));
+    Type("NOTES", QStringLiteral("typed"));
+    dialogs.expect(QStringLiteral("Save changes to the entry?"), BoxAnswer::Yes);
+    Step("cmdFind");
+    EXPECT_EQ(Row("PROJECT_NAME"), "B");
+    EXPECT_EQ(Stored("ProjectInfo", 1, "Notes"), "typed");
+}
+
 TEST_F(RecordSearchTest, TheFindPanelOpensAndClosesAndRestartsTheSearch) {
     OpenWith({"A"});
     EXPECT_TRUE(Manager().state.FindShown);

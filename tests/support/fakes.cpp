@@ -9,6 +9,7 @@
 #include "frame/waiting_questions.h"
 #include "history/roll_up.h"
 #include "platform/skip_errors.h"
+#include "records/project_changes.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
 #include "timekeeping/control_model.h"
@@ -208,6 +209,7 @@ ProgramTest::~ProgramTest() {
         CloseCustomerTable();
     selectionSinks = {};
     ResetRollUp(); // its timer is one of this test's
+    projectSinks = {};
     globals = {};
     ports = {};
 }

@@ -2,7 +2,9 @@
 #include "frame/recent_projects.h"
 #include "frame/settings.h"
 #include "frame/status_text.h"
+#include "frame/tray_menus.h"
 #include "platform/recordset.h"
+#include "records/project_changes.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
 #include "support/working_day_fixture.h"
@@ -10,6 +12,10 @@
 #include "timekeeping/control_screen.h"
 #include "timekeeping/control_views.h"
 #include "timekeeping/working_day.h"
+#include "tray/hidden_form.h"
+
+#include <QDir>
+#include <QFile>
 
 namespace kelvrane {
 namespace {
@@ -131,19 +137,36 @@ TEST_F(ControlScreen, RecentListKeepsItsOrderRules) {
     AddRecentProject("4");
     EXPECT_EQ(list(), "4,new,c");
     EXPECT_EQ(RegQueryValue(keys::RecentInfo, "File2"), "new");
-    // All digits aren't stripped of their terminator.
+    // All digits aren't stripped of their terminator by a read; the list's names are.
     EXPECT_EQ(RegQueryValue(keys::RecentInfo, "File1"), QString("4") + QChar(u'\0'));
     // The load reads as far as the limit.
     RecentProjects.clear();
     EXPECT_EQ(LoadRecentProjects(2), 0);
-    EXPECT_EQ(RecentProjects.size(), 2);
+    EXPECT_EQ(list(), "4,new");
+
+    RemoveRecentProject("4");
+    EXPECT_EQ(ProjectChoices(), (QStringList{"new", "c", "More ... "}));
+    RemoveRecentProject("unknown");
+    ShowNumProjects = 9;
+    EXPECT_EQ(ProjectChoices(), (QStringList{"new", "c", "More ... "})) << "the list ends there";
+    SetRecentProject(1, {"d", "7"});
+    RecentProjects.clear();
+    EXPECT_EQ(ProjectChoices(), (QStringList{"new", "d (7)", "More ... "}));
+    // A list on screen may be older than this one.
+    EXPECT_EQ(RecentProjectOf(0, "d (7)"), (RecentProject{"d", "7"}));
+    EXPECT_EQ(RecentProjectOf(7, "d"), RecentProject{"d"});
+    AddRecentProject("d");
+    EXPECT_EQ(RecentNumbers.value(0), "") << "a name that is one project's again";
 }
 
 TEST_F(ControlScreen, ASelectionThatFailsLeavesTheRunningProjectOnTheFields) {
     start("Alpha");
     WireControlScreen();
     OpenProjectTable(QStringLiteral("Optimistic")); // as the Database Manager holds it
-    EXPECT_THROW(selectionSinks.day.select("O'Neil", "7"), RuntimeError);
+    dialogs.expect("There is no project \"O'Neil\"");
+    selectionSinks.day.select("O'Neil", "7");
+    Connection(ProjectDatabase).execute("DROP TABLE ProjectInfo");
+    EXPECT_THROW(StartProjectByName("Beta"), RuntimeError);
     CloseProjectTable();
     EXPECT_EQ(DayEntries.size(), 1);
     EXPECT_EQ(Control().smuiProjectStatus.value("PROJECT_NAME"), "Alpha");
@@ -181,17 +204,125 @@ TEST_F(ControlScreen, WeekViewSumsByProjectAndDay) {
     EXPECT_EQ(week.rows()[2].cells, (QStringList{"", "", "", "", "", "", "< 0.25", "< 0.25"}));
 }
 
-TEST_F(ControlScreen, ANameThatBreaksItsQueryLeavesTheNamesBehindItWithoutHours) {
-    for (const char* name : {"Alpha", "Bob", "Zeta"})
+TEST_F(ControlScreen, TheWeekHasAnyNameAndATimeThatCantBeReadCostsNoOtherRow) {
+    for (const char* name : {"Alpha", "B's", "C#3/2/2026#", "Zeta"})
         addHistory(name, QDate(2026, 3, 2), 60, 0);
+    addHistory("Bad", QDate(2026, 3, 2), 60, 0);
     Connection(path("DayInfo.mdb"))
-        .execute("UPDATE DayInfo SET ProjectName = 'B''s' WHERE ProjectName = 'Bob'");
+        .execute("UPDATE DayInfo SET TotalTime = 99999999 WHERE ProjectName = 'Bad'");
     LoadControlScreen();
-    const QList<WeekView::Row>& rows = Control().lvwWeekView.rows();
-    ASSERT_EQ(rows.size(), 3);
-    EXPECT_EQ(rows[0].cells.last(), "1");
-    EXPECT_EQ(rows[1], (WeekView::Row{.name = "B's"}));
-    EXPECT_EQ(rows[2], (WeekView::Row{.name = "Zeta"}));
+    QStringList sums;
+    for (const WeekView::Row& row : Control().lvwWeekView.rows())
+        sums.append(row.name + u'=' + row.cells.last());
+    ASSERT_EQ(sums.size(), 5);
+    sums.removeAt(2);
+    EXPECT_EQ(sums, (QStringList{"Alpha=1", "B's=1", "C#3/2/2026#=1", "Zeta=1"}));
+}
+
+TEST_F(ControlScreen, AProjectThatIsGoneStartsNothingAndLeavesTheRecentList) {
+    WireControlScreen();
+    for (const char* name : {"Beta", "Renamed's", "Alpha"})
+        AddRecentProject(name);
+    LoadControlScreen();
+    start("Alpha");
+    clock.advanceMinutes(10);
+    dialogs.expect("There is no project \"Renamed's\"");
+    Control().smuiProjectStatus.choose("PROJECT_NAME", 1);
+    ASSERT_EQ(DayEntries.size(), 1);
+    EXPECT_EQ(DayEntries[0].StopTime, "") << "what runs goes on";
+    EXPECT_EQ(Control().smuiProjectStatus.value("PROJECT_NAME"), "Alpha");
+    EXPECT_EQ(Control().smuiProjectStatus.item("PROJECT_NAME").choices,
+              (QStringList{"Alpha", "Beta", "More ... "}));
+    restart();
+    EXPECT_EQ(ProjectChoices(), (QStringList{"Alpha", "Beta", "More ... "}));
+
+    Connection(ProjectDatabase).execute("DELETE FROM ProjectInfo");
+    for (const char* name : {"Alpha", "Beta"}) {
+        dialogs.expect("There is no project");
+        StartProjectByName(name);
+    }
+    EXPECT_TRUE(NoRecentProjects);
+    EXPECT_EQ(ProjectChoices(), QStringList{"More ... "});
+}
+
+TEST_F(ControlScreen, NamesOfDigitsAndWithQuotesStartAfterARestartToo) {
+    WireControlScreen();
+    Connection(ProjectDatabase)
+        .execute("INSERT INTO ProjectInfo (Project_Name, Project_Number) VALUES ('2024', '7'), "
+                 "('O''Neil''s site', '8')");
+    AddRecentProject("O'Neil's site");
+    AddRecentProject("2024");
+    restart();
+    LoadControlScreen();
+    EXPECT_EQ(ProjectChoices(), (QStringList{"2024", "O'Neil's site", "More ... "}));
+    Control().smuiProjectStatus.choose("PROJECT_NAME", 0);
+    Control().smuiProjectStatus.choose("PROJECT_NAME", 1);
+    ASSERT_EQ(DayEntries.size(), 2);
+    EXPECT_EQ(DayEntries[0].ProjectName + u'|' + DayEntries[0].ProjectNumber, "2024|7");
+    EXPECT_EQ(DayEntries[1].ProjectName + u'|' + DayEntries[1].ProjectNumber, "O'Neil's site|8");
+}
+
+TEST_F(ControlScreen, OfTwoProjectsOfANameTheOneChosenStarts) {
+    WireControlScreen();
+    Connection(ProjectDatabase)
+        .execute("INSERT INTO ProjectInfo (Project_Name, Project_Number) VALUES ('Alpha', '2002')");
+    AddRecentProject("Alpha"); // from the time when there was one
+    LoadControlScreen();
+    dialogs.expect("Several projects are named \"Alpha\"");
+    Control().smuiProjectStatus.choose("PROJECT_NAME", 0);
+    EXPECT_TRUE(DayEntries.isEmpty());
+
+    OpenProjectTable(QStringLiteral("Optimistic")); // as the Database Manager holds it
+    selectionSinks.day.select("Alpha", "2002");
+    selectionSinks.day.select("Alpha", "1001");
+    selectionSinks.day.select("Beta", "1002");
+    CloseProjectTable();
+    const QStringList choices{"Beta", "Alpha (1001)", "Alpha (2002)", "More ... "};
+    EXPECT_EQ(Control().smuiProjectStatus.item("PROJECT_NAME").choices, choices);
+    restart();
+    LoadControlScreen();
+    EXPECT_EQ(ProjectChoices(), choices);
+    Control().smuiProjectStatus.choose("PROJECT_NAME", 2);
+    EXPECT_EQ(DayEntries.last().ProjectName + u'|' + DayEntries.last().ProjectNumber, "Alpha|2002");
+    EXPECT_EQ(Control().smuiProjectStatus.value("PROJECT_NAME"), "Alpha");
+    EXPECT_EQ(Status().text(), "Alpha");
+
+    RebuildRecentMenu();
+    EXPECT_EQ(Menus().mnuRProjects.items().value(1).caption, "Alpha (1001)");
+    RecentProjectClick("MnuRecProj2");
+    EXPECT_EQ(DayEntries.last().ProjectName + u'|' + DayEntries.last().ProjectNumber, "Alpha|1001");
+}
+
+TEST_F(ControlScreen, ARenameTakesTodayAlongInMemoryOnScreenAndInTheFile) {
+    WireControlScreen();
+    LoadControlScreen();
+    for (const char* name : {"Alpha", "Beta", "Alpha"}) {
+        start(name);
+        clock.advanceMinutes(30);
+    }
+    projectSinks.renameToday({.from = "Alpha", .to = "O;Neil's"});
+    EXPECT_EQ(DayEntries[0].ProjectName + DayEntries[1].ProjectName + DayEntries[2].ProjectName,
+              "O;Neil'sBetaO;Neil's");
+    QStringList headings;
+    for (const KeyedItem& item : Control().smuiBreakDown.items())
+        if (item.kind == ItemKind::Heading)
+            headings.append(item.caption);
+    EXPECT_EQ(headings, (QStringList{"O;Neil's", "Beta", "O;Neil's"}));
+    EXPECT_EQ(Status().text(), "O;Neil's");
+    EXPECT_EQ(CurrentEntryIndex, 2);
+    projectSinks.renameToday({.from = "O;Neil's", .to = "Plain", .number = "another's"});
+    EXPECT_EQ(DayEntries[0].ProjectName, "O;Neil's");
+    projectSinks.renameToday({.from = "O;Neil's", .to = "Plain", .number = "1001"});
+    restart();
+    LoadControlScreen();
+    ASSERT_EQ(DayEntries.size(), 3);
+    EXPECT_EQ(DayEntries[2].ProjectName, "Plain");
+
+    const QList<DayEntry> day = DayEntries;
+    QFile::remove(path("Fileinfo.dat"));
+    ASSERT_TRUE(QDir(folder.path()).mkdir("Fileinfo.dat"));
+    EXPECT_THROW(projectSinks.renameToday({.from = "Plain", .to = "Lost"}), RuntimeError);
+    EXPECT_EQ(DayEntries, day) << "memory and file stay the same";
 }
 
 TEST_F(ControlScreen, DamagedDaysLoadAsFarAsTheyCanBeRead) {

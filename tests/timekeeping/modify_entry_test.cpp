@@ -324,11 +324,12 @@ TEST_F(ModifyEntryTest, AProjectComesFromTheListOrTheDatabaseManager) {
     EXPECT_EQ(ProjectRecords().position(), 1) << "the manager's record on display";
     CloseProjectTable();
 
-    dialogs.expect(QStringLiteral("Error # 3021"));
+    dialogs.expect(QStringLiteral("There is no project \"Gone\""));
     Modify().SmuiModify.choose("PROJECT NAME", 1); // deleted since
     EXPECT_EQ(row("PROJECT NAME"), "Beta");
+    EXPECT_EQ(Modify().SmuiModify.item("PROJECT NAME").choices, (QStringList{"Beta", "More ... "}));
 
-    Modify().SmuiModify.choose("PROJECT NAME", 2);
+    Modify().SmuiModify.choose("PROJECT NAME", 1);
     EXPECT_EQ(screens.shown.last(), Screen::frmDataBase);
     selectionSinks.modify.undo(); // closed without a choice
     EXPECT_EQ(row("PROJECT NAME"), "Beta");

@@ -54,6 +54,44 @@ TEST_F(CustomerCalculationTest, OneInvoiceForEachCustomer) {
         EXPECT_FALSE(QFile::exists(path(file))) << file;
 }
 
+TEST_F(CustomerCalculationTest, AnyNameReachesItsInvoice) {
+    const char* names_[] = {"O'Neil's site", "R&D; part 2", "C:\\work\\", "a \"b\" ';--", "2024"};
+    for (const char* name : names_) {
+        addProject(name, "7;7", 50, 1);
+        addDay("1/6/2003", name, 60);
+    }
+    listDatabases({ownLine()});
+    SheetContext context = scanned(invoiceTemplate(), end, {true});
+    calculate(context);
+    ASSERT_EQ(names(), QStringList{"Acme"});
+    Spreadsheet acme;
+    opened(acme, filed[0].second);
+    QStringList billed;
+    for (const char* row : {"7", "8", "9", "10", "11"})
+        billed.append(QString::fromStdString(shown(acme, (std::string("C") + row).c_str()) + '|' +
+                                             shown(acme, (std::string("D") + row).c_str()) + '|' +
+                                             shown(acme, (std::string("F") + row).c_str())));
+    for (const char* name : names_)
+        EXPECT_TRUE(billed.contains(QString(name) + "|1|$45.00")) << name;
+}
+
+TEST_F(CustomerCalculationTest, OfTwoProjectsOfANameEachIsBilledToItsOwnCustomer) {
+    addProject("Site", "1001", 80, 1);
+    addProject("Site", "2002", 60, 2);
+    addDay("1/6/2003", "Site", 60);
+    addDay("1/7/2003", "Site", 120);
+    Connection(history()).execute("UPDATE DayInfo SET ProjectNumber = '2002' WHERE ID = 2");
+    listDatabases({ownLine()});
+    SheetContext context = scanned(invoiceTemplate(), end, {true});
+    calculate(context);
+    ASSERT_EQ(names(), (QStringList{"Acme", "Birch & Sons"}));
+    Spreadsheet acme, birch;
+    opened(acme, filed[0].second);
+    opened(birch, filed[1].second);
+    EXPECT_EQ(shown(acme, "F7") + shown(acme, "F8"), "$72.00");
+    EXPECT_EQ(shown(birch, "F7") + shown(birch, "F8"), "$120.00");
+}
+
 TEST_F(CustomerCalculationTest, NothingInThePeriodShowsNoData) {
     listDatabases({ownLine()});
     SheetContext context = scanned(invoiceTemplate(), end, {true});

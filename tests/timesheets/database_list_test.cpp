@@ -176,8 +176,30 @@ TEST_F(DatabaseListTest, AddingAsksForAFileAndThenForItsAlias) {
 
     dialogs.expectFile(u"/3.mdb"_s);
     AddDatabase();
-    Answer(u" x;y\n"_s, u"/3\n.mdb"_s); // a line stays a line
-    EXPECT_EQ(File(), "a;/1.mdb;\r\n/2.MDB;/2.MDB;ACCEPT\r\n x;y ;/3 .mdb;ACCEPT\r\n");
+    Answer(u" x'y\n"_s, u"/3\n.mdb"_s); // a line stays a line
+    EXPECT_EQ(File(), "a;/1.mdb;\r\n/2.MDB;/2.MDB;ACCEPT\r\n x'y ;/3 .mdb;ACCEPT\r\n");
+}
+
+TEST_F(DatabaseListTest, ASemicolonIsRefusedAndTheDialogKeepsWhatWasTyped) {
+    const QByteArray bytes = "a;/1.mdb;\r\n";
+    Load(bytes);
+    const std::pair<QString, QString> refused[] = {
+        {u"x;y"_s, u"/2.mdb"_s}, {u"x"_s, u"/a;b/2.mdb"_s}, {QString(), u"/;.mdb"_s}};
+    for (const auto& [alias, location] : refused) {
+        dialogs.expectFile(location);
+        ASSERT_TRUE(AddDatabase());
+        dialogs.expect(u"semicolon"_s);
+        Answer(alias, location);
+        EXPECT_TRUE(screens.unloaded.isEmpty());
+        EXPECT_EQ(Databases().frmSSHelper.value(u"txtAlias"_s), alias);
+        EXPECT_EQ(File(), bytes);
+    }
+    Select(1);
+    Choose("mnuModify");
+    dialogs.expect(u"semicolon"_s);
+    Answer(u"a;"_s, u"/1.mdb"_s);
+    EXPECT_EQ(List(), "1 a|/1.mdb|ACCEPT\n");
+    EXPECT_EQ(File(), bytes);
 }
 
 TEST_F(DatabaseListTest, ModifyingKeepsTheStateAndMayListAFileTwice) {
