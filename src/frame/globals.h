@@ -63,6 +63,8 @@ struct Globals {
     cTimer* TMR = nullptr;  // the one counter; created and owned by the tray's hidden form
     QDateTime LastTick;     // when the last minute tick was handled; invalid before the first
     bool DebugMode = false; // start-up is traced
+    // false: another process keeps the day; nothing of it is loaded or written here
+    bool KeepsDay = true;
     bool DatabaseSelected = false;        // the database dialog accepted a path
     bool DatabaseSelectCancelled = false; // it was closed without one
     bool SpreadsheetOpen = false;
@@ -112,6 +114,7 @@ inline auto& LastFileStatus = globals.LastFileStatus;
 inline auto& TMR = globals.TMR;
 inline auto& LastTick = globals.LastTick;
 inline auto& DebugMode = globals.DebugMode;
+inline auto& KeepsDay = globals.KeepsDay;
 inline auto& DatabaseSelected = globals.DatabaseSelected;
 inline auto& DatabaseSelectCancelled = globals.DatabaseSelectCancelled;
 inline auto& SpreadsheetOpen = globals.SpreadsheetOpen;

@@ -3,6 +3,7 @@
 #include "frame/error_report.h"
 #include "frame/globals.h"
 #include "frame/help_topics.h"
+#include "frame/other_process.h"
 #include "frame/recent_projects.h"
 #include "frame/settings.h"
 #include "frame/status_text.h"
@@ -81,7 +82,8 @@ void LoadControlScreen() {
     step([] { ReadControlLayout(); });
     step([] { ShowControlPanel(Control().layout.ControlPanelShowing, false); });
     LogStep(QStringLiteral("  Loading Current Day's information"));
-    step([] { loadDay(); });
+    if (KeepsDay)
+        step([] { loadDay(); });
     LogStep(QStringLiteral("  Configuring Display"));
     const ControlLayout layout = control.layout;
     step([] { ShowGraph(GraphShowing, false); });
@@ -107,6 +109,10 @@ void LoadControlScreen() {
     step([] { FillWeekView(); });
     step([] { AddDataToDayInfoDataBase(); });
     step([] { RefreshTrayState(); });
+    if (!KeepsDay) {
+        StatusHeading = OtherProcessText;
+        SetStatusText(StatusHeading);
+    }
     emit control.LayoutChanged();
 }
 
