@@ -5,13 +5,14 @@
 #include "frame/program_folder.h"
 #include "frame/tray_menus.h"
 #include "platform/skip_errors.h"
+#include "startup/command_line.h"
+#include "startup/day_claim.h"
 #include "startup/install_step.h"
+#include "startup/open_folder.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/control_views.h"
 #include "tray/hidden_form.h"
 #include "tray/minute_tick.h"
-
-#include <QLockFile>
 
 namespace kelvrane {
 
@@ -62,25 +63,26 @@ int Program::helpTopic(const QWidget* window) const {
 
 StartResult Program::start(const QString& commandText) {
     m_files.createFolder(AppPath());
-    bool previousInstance = false;
-    if (commandText.isEmpty()) {
-        m_lock = std::make_unique<QLockFile>(InAppPath(QStringLiteral("kelvrane.lock")));
-        m_lock->setStaleLockTime(0); // held for as long as its process lives
-        previousInstance = !m_lock->tryLock(0);
-    }
     m_settings =
         std::make_unique<SettingsStore>(m_files, InAppPath(QString::fromLatin1(files::Settings)));
     ports.settings = m_settings.get();
+    m_lock = std::make_unique<InstanceLock>(InAppPath(QString::fromLatin1(files::Lock)));
+    const DayClaim claim = ClaimDay(*m_lock, ParseCommandLine(commandText).command);
+    if (claim == DayClaim::Declined)
+        return StartResult::Ended;
     if (m_settings->wasDamaged())
         MsgBox(
             QStringLiteral("The settings could not be read. Kelvrane starts with its defaults; a "
                            "copy of the damaged file is kept beside it."),
             {}, BoxIcon::Exclamation);
-    if (!previousInstance)
+    // Beside another process nothing is installed: it works with what is there.
+    if (claim == DayClaim::Kept || claim == DayClaim::NotNeeded)
         RunInstallStep();
-    const StartResult result = Main(commandText, previousInstance);
-    if (result == StartResult::Running)
+    const StartResult result = Main(commandText, claim == DayClaim::AlreadyRunning);
+    if (result == StartResult::Running) {
         connect(HiddenForm().Timer1(), &IntervalTimer::Timer, &m_tray, &TrayIcon::checkTray);
+        ShowOpenFolder();
+    }
     return m_process.hasEnded() ? StartResult::Ended : result;
 }
 

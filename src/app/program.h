@@ -10,6 +10,7 @@
 #include "app/transfer_internet.h"
 #include "platform/clock.h"
 #include "platform/file_store.h"
+#include "platform/instance_lock.h"
 #include "platform/settings_store.h"
 #include "startup/main_program.h"
 #include "widgets/help_window.h"
@@ -22,8 +23,6 @@
 #include <QObject>
 
 #include <memory>
-
-class QLockFile;
 
 namespace kelvrane {
 
@@ -42,7 +41,7 @@ class Program : public QObject {
     explicit Program(const PortChoices& choices = {});
     ~Program() override;
 
-    /// The install step, then Main. Only a program without an argument holds the program folder.
+    /// Claims the day of the program folder, then the install step, then Main.
     StartResult start(const QString& commandText);
 
     /// Saves the day and rolls it up without stopping anything; for a log-out and for signals.
@@ -75,7 +74,7 @@ class Program : public QObject {
     ScreenHost m_screens;
     TrayIcon m_tray;
     HelpKey m_helpKey;
-    std::unique_ptr<QLockFile> m_lock;
+    std::unique_ptr<InstanceLock> m_lock;
 };
 
 } // namespace kelvrane

@@ -66,6 +66,7 @@ void CalendarModel::reset() {
     SelectedDay.clear();
     DisplayedDate.clear();
     ListsLocked = false;
+    m_offeredJoining.clear();
     setGrid({});
 }
 
@@ -96,7 +97,7 @@ int CalendarModel::groupCount() const {
 }
 
 QList<DayGroup> CalendarModel::groups() const {
-    QList<DayGroup> groups(groupCount());
+    QList<DayGroup> groups = m_original;
     auto item = smuiDaysInfo.items().begin();
     for (DayGroup& group : groups)
         for (const GroupRow& row : groupRows) {
@@ -105,6 +106,32 @@ QList<DayGroup> CalendarModel::groups() const {
             ++item;
         }
     return groups;
+}
+
+QList<DayGroup> CalendarModel::editedGroups() const {
+    QList<DayGroup> edited;
+    const QList<DayGroup> shown = groups();
+    for (qsizetype group = 0; group < shown.size(); ++group)
+        if (shown[group] != m_original[group])
+            edited.append(shown[group]);
+    return edited;
+}
+
+bool CalendarModel::hasElsewhere(const QString& key, const QString& project) const {
+    const QList<DayGroup> shown = groups();
+    for (qsizetype group = 0; group < shown.size(); ++group)
+        if (keyOf(groupRows[0], int(group) + 1) != key &&
+            (shown[group].project == project ||
+             (m_original[group].id != 0 && m_original[group].project == project)))
+            return true;
+    return false;
+}
+
+bool CalendarModel::offersJoining(const QString& date) {
+    if (m_offeredJoining.contains(date))
+        return false;
+    m_offeredJoining.append(date);
+    return true;
 }
 
 void CalendarModel::appendGroups(const QList<DayGroup>& groups, const QStringList& projects) {
@@ -120,11 +147,13 @@ void CalendarModel::appendGroups(const QList<DayGroup>& groups, const QStringLis
                           .kind = row.kind,
                           .choices = row.kind == ItemKind::DropDown ? projects : QStringList()});
     }
+    m_original.append(groups);
     smuiDaysInfo.refill(items); // all at once: the panel measures its rows at each change
 }
 
 void CalendarModel::clearGroups() {
     smuiDaysInfo.clear();
+    m_original.clear();
     m_projects.clear();
     m_awaiting.clear();
 }

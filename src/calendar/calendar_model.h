@@ -43,6 +43,11 @@ class CalendarModel : public QObject {
 
     int groupCount() const;
     QList<DayGroup> groups() const;
+    /// Those whose rows on the panel differ from what was put there.
+    QList<DayGroup> editedGroups() const;
+    /// Another group of the panel than the one of this project row has the project, or had it when
+    /// it was put there.
+    bool hasElsewhere(const QString& key, const QString& project) const;
     void appendGroups(const QList<DayGroup>& groups, const QStringList& projects);
     /// Empties the panel; no row is being changed any more.
     void clearGroups();
@@ -57,6 +62,9 @@ class CalendarModel : public QObject {
     /// Puts the project back in the row that waits.
     void endAwaiting();
 
+    /// True at the first call for a date.
+    bool offersJoining(const QString& date);
+
     /// As a newly opened screen has it.
     void reset();
 
@@ -67,6 +75,8 @@ class CalendarModel : public QObject {
     MonthGrid m_grid;
     QHash<QString, QString> m_projects; ///< by row; the panel tells only new values
     QString m_awaiting;
+    QList<DayGroup> m_original;   ///< the panel's groups as they were put there
+    QStringList m_offeredJoining; ///< dates
 };
 
 /// The one model; it lives with the process.

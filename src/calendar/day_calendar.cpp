@@ -17,6 +17,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace kelvrane {
@@ -25,6 +26,7 @@ namespace {
 
 const QString projectRow = QStringLiteral("PROJECT");
 const QString numberRow = QStringLiteral("PN");
+const QString title = QStringLiteral("Modify DayInfo Database");
 
 /// Errors of a command, told when it is through: while a message box waits, the screen may be
 /// unloaded or a compaction may replace the history.
@@ -68,19 +70,60 @@ void mark(const QString& caption) {
     calendar.setGrid(grid);
 }
 
-/// A project that is still awaited counts as not chosen: the manager's window doesn't keep the user
-/// from leaving the day.
+/// Also a text that can't be read as a time: somebody put it there.
+bool isTime(const QString& span) {
+    SkipErrors step(QStringLiteral("SaveDayChanges"));
+    Int16 minutes;
+    return !step([&] { minutes = ToMinutes(span); }) || minutes != 0;
+}
+
+/// A new group that says how long, but not on what; it can't become a row.
+bool lacksProject(const DayGroup& group) {
+    return group.id == 0 && group.project.isEmpty() &&
+           (isTime(group.workTime) || isTime(group.breakTime));
+}
+
+QList<DayGroup> groupsWithoutProject() {
+    QList<DayGroup> lacking;
+    Calendar().endAwaiting();
+    std::ranges::copy_if(Calendar().editedGroups(), std::back_inserter(lacking), lacksProject);
+    return lacking;
+}
+
+QString missingProjectText(const QList<DayGroup>& lacking) {
+    QStringList times;
+    for (const DayGroup& group : lacking)
+        times.append(QStringLiteral("work %1, break %2").arg(group.workTime, group.breakTime));
+    return QStringLiteral("On %1 a time has no project: %2.")
+        .arg(Calendar().DisplayedDate, times.join(QStringLiteral("; ")));
+}
+
+/// The day on the panel, but for groups without a project. One that is still awaited counts as not
+/// chosen: the manager's window doesn't keep the user from leaving the day.
 bool saveDay(HistoryFile& history, LateReports& reports) {
     CalendarModel& calendar = Calendar();
     if (!calendar.isPanelShown())
         return true;
     calendar.endAwaiting();
+    QList<DayGroup> edited = calendar.editedGroups();
+    edited.removeIf(lacksProject);
     SkipErrors step = reports.steps(QStringLiteral("SaveDayChanges"));
-    if (!step([&] { WriteDayGroups(history, calendar.DisplayedDate, calendar.groups(), step); }))
+    if (!edited.isEmpty() &&
+        !step([&] { WriteDayGroups(history, calendar.DisplayedDate, edited, step); }))
         return false;
     SkipErrors today(QStringLiteral("SaveDayChanges")); // an empty day is no news
     today([] { AddDataToDayInfoDataBase(); });
     return true;
+}
+
+/// False when the day on the panel has to stay for what it lacks.
+bool mayLeaveDay() {
+    const QList<DayGroup> lacking = groupsWithoutProject();
+    if (lacking.isEmpty())
+        return true;
+    MsgBox(missingProjectText(lacking) + QStringLiteral("\rChoose its project, or set it to 0."),
+           title, BoxIcon::Exclamation);
+    return false;
 }
 
 QString hintFor(QDate date, QDate today) {
@@ -100,11 +143,10 @@ void leaveDay() {
 
 /// DisplayedDate and the panel change together: whenever a save comes, it finds a day with its own
 /// rows.
-void ShowDay(int day, HistoryFile& history, LateReports& reports) {
+void ShowDay(QDate date, HistoryFile& history, LateReports& reports) {
     CalendarModel& calendar = Calendar();
-    const MonthOfYear shown = calendar.shownMonth();
     leaveDay();
-    calendar.DisplayDate = QDate(shown.year, shown.month, day);
+    calendar.DisplayDate = date;
     calendar.DisplayedDate = DateText(calendar.DisplayDate);
     const QDate today = ports.clock->today();
     calendar.controls.setCaption(
@@ -120,6 +162,39 @@ void ShowDay(int day, HistoryFile& history, LateReports& reports) {
     calendar.setPanelShown(!groups.isEmpty());
 }
 
+/// A project has one row on a day: another group has this one.
+bool isTaken(const QString& key, const QString& project) {
+    return project != Calendar().formerProject(key) && Calendar().hasElsewhere(key, project);
+}
+
+void showTaken(const QString& project) {
+    MsgBox(QStringLiteral("%1 already has the project '%2'.  Change the times in its own rows.")
+               .arg(Calendar().DisplayedDate, project),
+           title, BoxIcon::Exclamation);
+}
+
+/// Offers to make one row of each project that the day shown has several rows of. Asked once a day
+/// as long as the screen is open.
+void offerJoining() {
+    CalendarModel& calendar = Calendar();
+    const QString date = calendar.DisplayedDate;
+    const QStringList repeated = RepeatedProjects(calendar.groups());
+    if (repeated.isEmpty() || !calendar.offersJoining(date) ||
+        !Agrees(QStringLiteral("%1 has more than one row of '%2'.  Join them into one row with the "
+                               "sum of their times?")
+                    .arg(date, repeated.join(QStringLiteral("', '"))),
+                title) ||
+        calendar.DisplayedDate != date || !calendar.editedGroups().isEmpty())
+        return;
+    LateReports reports;
+    HistoryFile history;
+    SkipErrors step = reports.steps(QStringLiteral("JoinRows"));
+    if (step([&] { JoinRows(history, date, repeated); }))
+        ShowDay(DateFromText(date), history, reports);
+    history.close();
+    reports.tell();
+}
+
 /// The manager's choice, for the row that CalendarRowKey names.
 void takeSelection(const QString& name, const QString& number) {
     CalendarModel& calendar = Calendar();
@@ -127,6 +202,10 @@ void takeSelection(const QString& name, const QString& number) {
     if (!calendar.smuiDaysInfo.contains(projectRow + CalendarRowKey))
         Raise(errors::BadArgument,
               QStringLiteral("No project of the day calendar is being changed"));
+    if (isTaken(projectRow + CalendarRowKey, name)) {
+        showTaken(name);
+        return;
+    }
     calendar.setProject(projectRow + CalendarRowKey, name);
     calendar.smuiDaysInfo.setValue(numberRow + CalendarRowKey, number);
 }
@@ -164,15 +243,22 @@ void LoadDayInfo() {
 }
 
 void UnloadDayInfo() {
+    // Nobody may be there to answer a box any more.
+    if (const QList<DayGroup> lacking = groupsWithoutProject(); !lacking.isEmpty())
+        ports.tray->notify(QStringLiteral("A time could not be stored"),
+                           missingProjectText(lacking));
     SaveDayChanges();
     leaveDay();
     DayCalendarOpen = false;
 }
 
 void CloseDayInfo() {
+    const QList<DayGroup> lacking = groupsWithoutProject();
+    if (!lacking.isEmpty() &&
+        !Agrees(missingProjectText(lacking) + QStringLiteral("\rClose and lose it?"), title))
+        return;
     if (!SaveDayChanges() &&
-        !Agrees(QStringLiteral("The day could not be saved.  Close and lose its changes?"),
-                QStringLiteral("Modify DayInfo Database")))
+        !Agrees(QStringLiteral("The day could not be saved.  Close and lose its changes?"), title))
         return;
     leaveDay(); // saved or given up; the unload has nothing more to save
     ports.screens->unload(Screen::frmDayInfo);
@@ -217,15 +303,20 @@ void DateLabelClick(int index) {
     const GridDay label = At(calendar.grid().days, index);
     if (!label.visible)
         return;
+    if (!mayLeaveDay() || !DayCalendarOpen)
+        return;
     LateReports reports;
     HistoryFile history;
     const bool saved = calendar.DisplayedDate.isEmpty() || saveDay(history, reports);
     if (saved && DayCalendarOpen) { // rolling the day up may have reported something and waited
         mark(label.caption);
-        ShowDay(label.caption.toInt(), history, reports);
+        const MonthOfYear shown = calendar.shownMonth();
+        ShowDay(QDate(shown.year, shown.month, label.caption.toInt()), history, reports);
     }
     history.close();
     reports.tell();
+    if (saved && DayCalendarOpen)
+        offerJoining();
 }
 
 bool DateLabelRightClick(int index) {
@@ -271,7 +362,13 @@ void ProjectChosen(const QString& key, int place, const QString& value) {
         OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
         const RecentProject chosen = RecentProjectOf(place, value);
         if (FindChosenProject(projects.rows, chosen.name, chosen.number)) {
-            setRow(projects.rows.text(project_column::Name));
+            const QString name = projects.rows.text(project_column::Name);
+            if (isTaken(key, name)) {
+                setRow(CalendarRowValue); // before events run again
+                showTaken(name);
+                return;
+            }
+            setRow(name);
             calendar.smuiDaysInfo.setValue(numberKey, projects.rows.text(project_column::Number));
         } else {
             setRow(CalendarRowValue);

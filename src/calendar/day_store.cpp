@@ -8,8 +8,6 @@
 #include "records/record_tables.h"
 #include "timevalues/time_values.h"
 
-#include <QHash>
-
 #include <memory>
 #include <utility>
 #include <vector>
@@ -22,6 +20,12 @@ const QString breakTime = QStringLiteral("BreakTime");
 const QString totalTime = QStringLiteral("TotalTime");
 const QString projectName = QStringLiteral("ProjectName");
 const QString projectNumber = QStringLiteral("ProjectNumber");
+const QString customer = QStringLiteral("AssignTo");
+const QString rowKey = QStringLiteral("ID");
+
+QString rowQuery(qint64 id) {
+    return QStringLiteral("SELECT * FROM DayInfo WHERE ID = %1").arg(id);
+}
 
 Int16 minutesOf(Recordset& rows, const QString& field) {
     const QVariant value = rows.value(field);
@@ -39,7 +43,8 @@ DayGroup groupOf(Recordset& rows) {
     return {.project = rows.text(projectName),
             .number = rows.text(projectNumber),
             .breakTime = MinutesToText(pause),
-            .workTime = MinutesToText(minutesOf(rows, totalTime) - pause)};
+            .workTime = MinutesToText(minutesOf(rows, totalTime) - pause),
+            .id = rows.value(rowKey).toLongLong()};
 }
 
 void setTimes(Recordset& row, const DayGroup& group) {
@@ -51,29 +56,15 @@ void setTimes(Recordset& row, const DayGroup& group) {
 
 using Change = std::unique_ptr<Recordset>; ///< a row with pending changes
 
-Change changedRow(Connection& connection, const QString& date, const DayGroup& group) {
-    auto row = std::make_unique<Recordset>(
-        connection, DayProjectRows(DateFromText(date), group.project), Recordset::Optimistic);
-    if (!row->isEmpty())
+/// Without changes for a group that has another project than its row.
+Change changedRow(Connection& connection, const DayGroup& group) {
+    auto row = std::make_unique<Recordset>(connection, rowQuery(group.id), Recordset::Optimistic);
+    if (row->isEmpty())
+        Raise(errors::NoCurrentRecord,
+              QStringLiteral("The row of '%1' is no longer in the history").arg(group.project));
+    if (row->text(projectName) == group.project)
         setTimes(*row, group);
     return row;
-}
-
-/// What the first row of each project holds; rows that can't be read are left out.
-QHash<QString, DayGroup> storedGroups(Recordset& rows) {
-    SkipErrors unreadable(QStringLiteral("SaveDayChanges"));
-    QHash<QString, DayGroup> stored;
-    for (; !rows.atEnd(); rows.moveNext())
-        unreadable([&] {
-            const DayGroup group = groupOf(rows);
-            if (!stored.contains(group.project))
-                stored.insert(group.project, group);
-        });
-    return stored;
-}
-
-bool hasSameTimes(const DayGroup& group, const DayGroup& other) {
-    return group.breakTime == other.breakTime && group.workTime == other.workTime;
 }
 
 /// Null for a project that is gone.
@@ -85,7 +76,7 @@ QVariant customerOf(Recordset& projects, const DayGroup& group) {
 
 Change newRow(Connection& connection, const QString& date, const DayGroup& group,
               Recordset& projects) {
-    const QVariant customer = customerOf(projects, group);
+    const QVariant assigned = customerOf(projects, group);
     auto row =
         std::make_unique<Recordset>(connection, QStringLiteral("DayInfo"), Recordset::Optimistic);
     row->addNew();
@@ -93,9 +84,22 @@ Change newRow(Connection& connection, const QString& date, const DayGroup& group
     row->setValue(projectName, group.project);
     row->setValue(projectNumber, group.number);
     setTimes(*row, group);
-    if (!customer.isNull())
-        row->setValue(QStringLiteral("AssignTo"), customer);
+    if (!assigned.isNull())
+        row->setValue(customer, assigned);
     return row;
+}
+
+/// All or nothing.
+template <typename Writes>
+void inTransaction(Connection& connection, Writes&& writes) {
+    connection.begin();
+    try {
+        writes();
+        connection.commit();
+    } catch (const RuntimeError&) {
+        connection.rollback();
+        throw;
+    }
 }
 
 /// The write lock is taken only when there is something to write: days of a history that is
@@ -104,10 +108,39 @@ void writeChanges(Connection& connection, std::vector<Change>& changes) {
     std::erase_if(changes, [](const Change& change) { return !change->hasPendingChanges(); });
     if (changes.empty())
         return;
-    connection.begin();
-    for (const Change& change : changes)
-        change->update();
-    connection.commit();
+    inTransaction(connection, [&] {
+        for (const Change& change : changes)
+            change->update();
+    });
+}
+
+/// The rows of one project on a date become one, in memory as long as the transaction is open.
+void joinRowsOf(Connection& connection, const QString& date, const QString& project) {
+    Recordset rows(connection, DayRows(DateFromText(date)), Recordset::Optimistic);
+    std::optional<qint64> kept;
+    Int16 pause;
+    Int16 total;
+    QVariant assigned;
+    for (; !rows.atEnd(); rows.moveNext()) {
+        if (rows.text(projectName) != project)
+            continue;
+        pause = pause + minutesOf(rows, breakTime);
+        total = total + minutesOf(rows, totalTime);
+        if (assigned.isNull())
+            assigned = rows.value(customer);
+        if (kept)
+            rows.deleteRow();
+        else
+            kept = rows.value(rowKey).toLongLong();
+    }
+    if (!kept)
+        return;
+    Recordset row(connection, rowQuery(*kept), Recordset::Optimistic);
+    row.setValue(breakTime, int(pause));
+    row.setValue(totalTime, int(total));
+    if (!assigned.isNull())
+        row.setValue(customer, assigned);
+    row.update();
 }
 
 } // namespace
@@ -131,18 +164,37 @@ void WriteDayGroups(HistoryFile& history, const QString& date, QList<DayGroup> g
     Connection& connection = history.connection();
     std::vector<Change> changes;
     if (Recordset rows(connection, DayRows(DateFromText(date))); !rows.isEmpty()) {
-        // Only what differs is looked up: leaving a day that was merely looked at costs one query.
-        const QHash<QString, DayGroup> stored = storedGroups(rows);
         for (const DayGroup& group : std::as_const(groups))
-            if (const auto found = stored.constFind(group.project);
-                found == stored.constEnd() || !hasSameTimes(*found, group))
-                step([&] { changes.push_back(changedRow(connection, date, group)); });
+            if (group.id != 0)
+                step([&] { changes.push_back(changedRow(connection, group)); });
     } else if (groups.removeAll(DayGroup{}); !groups.isEmpty()) {
         OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
         for (const DayGroup& group : std::as_const(groups))
-            step([&] { changes.push_back(newRow(connection, date, group, projects.rows)); });
+            step([&] {
+                changes.push_back(group.id == 0 ? newRow(connection, date, group, projects.rows)
+                                                : changedRow(connection, group));
+            });
     }
     writeChanges(connection, changes);
+}
+
+QStringList RepeatedProjects(const QList<DayGroup>& groups) {
+    QStringList seen;
+    QStringList repeated;
+    for (const DayGroup& group : groups) {
+        if (seen.contains(group.project) && !repeated.contains(group.project))
+            repeated.append(group.project);
+        seen.append(group.project);
+    }
+    return repeated;
+}
+
+void JoinRows(HistoryFile& history, const QString& date, const QStringList& projects) {
+    Connection& connection = history.connection();
+    inTransaction(connection, [&] {
+        for (const QString& project : projects)
+            joinRowsOf(connection, date, project);
+    });
 }
 
 } // namespace kelvrane

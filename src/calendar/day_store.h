@@ -9,6 +9,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -20,6 +21,7 @@ struct DayGroup {
     QString number = {};
     QString breakTime = QStringLiteral("0 Minutes");
     QString workTime = QStringLiteral("0 Minutes");
+    qint64 id = 0; ///< key of its row; 0: it has none yet
 
     bool operator==(const DayGroup&) const = default;
 };
@@ -41,14 +43,23 @@ class HistoryFile {
 /// failed step and left out. Raises DatabaseOpen, Sql.
 QList<DayGroup> ReadDayGroups(HistoryFile& history, const QString& date, SkipErrors& step);
 
-/// Writes break and total (work and break) of each group, all in one transaction.
+/// Writes break and total (work and break) of groups that were edited, in one transaction.
 ///
-/// On a day that has rows a group changes the first row of its project; one without a row is passed
-/// over, and its data are lost: that is wanted. On a day that has none each group becomes a row
-/// that carries its project's customer, if the project is still there; a group without project and
-/// times is none. A group that can't be looked up is a failed step; the others are written. Raises
-/// DatabaseOpen, Sql when the day as a whole can't be written.
+/// On a day that has rows a group changes its own row, also where another row has the same project;
+/// one without a row, or with another project than its row, is passed over: filed histories rely on
+/// it. On a day that has none each group becomes a row that carries its project's customer, if the
+/// project is still there; a group without project and times is none. A group that can't be looked
+/// up, such as one whose row is gone, is a failed step; the others are written. Raises
+/// DatabaseOpen, Sql when the day as a whole can't be written; nothing is written then.
 void WriteDayGroups(HistoryFile& history, const QString& date, QList<DayGroup> groups,
                     SkipErrors& step);
+
+/// The projects that several groups have, in their order.
+QStringList RepeatedProjects(const QList<DayGroup>& groups);
+
+/// Makes one row of all rows that a date has of a project, for each of the projects: the first one
+/// keeps its key and number and gets the sum of break and total. All or nothing. Raises Overflow
+/// for a sum that is too large, and what WriteDayGroups raises.
+void JoinRows(HistoryFile& history, const QString& date, const QStringList& projects);
 
 } // namespace kelvrane

@@ -79,7 +79,7 @@ bool AddSheetToCollection(QString& name, const QString& sheetHtml, KeyedItems& p
     }
     ShowFilingProgress(progress, QStringLiteral("Creating Data File"), 95);
     ports.events->yield();
-    step([&] { TakeStagedFile(staged, path); });
+    step([&] { TakeStagedFile(staged, path, Links::Refused); });
     ShowFilingProgress(progress, {}, 0);
     ports.events->yield();
     return step.skippedCount() == 0;

@@ -115,8 +115,10 @@ QString StageFile(const QString& path, const QByteArray& bytes) {
     return fresh;
 }
 
-void TakeStagedFile(const QString& staged, const QString& path) {
+void TakeStagedFile(const QString& staged, const QString& path, Links links) {
     try {
+        if (links == Links::Refused) // again: events ran since the file was staged
+            RefuseLinks(path);
         ports.files->replace(staged, path);
     } catch (const RuntimeError&) {
         SkipErrors quiet(QStringLiteral("TakeStagedFile"));
@@ -125,8 +127,8 @@ void TakeStagedFile(const QString& staged, const QString& path) {
     }
 }
 
-void ReplaceFile(const QString& path, const QByteArray& bytes) {
-    TakeStagedFile(StageFile(path, bytes), path);
+void ReplaceFile(const QString& path, const QByteArray& bytes, Links links) {
+    TakeStagedFile(StageFile(path, bytes), path, links);
 }
 
 QByteArray SheetBytes(const QString& html) {

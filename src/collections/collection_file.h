@@ -36,10 +36,12 @@ void RefuseLinks(const QString& sheetPath);
 /// Writes the bytes to a new file beside the target, flushed; the name of that file. Whatever lies
 /// in its place goes first, so nothing is written through a link. No file is left after an error.
 QString StageFile(const QString& path, const QByteArray& bytes);
+/// Whether a file that is replaced may be a link: a path that the user chose may be one.
+enum class Links { Followed, Refused };
 /// Puts a staged file in the place of the target in one step; after an error it is gone.
-void TakeStagedFile(const QString& staged, const QString& path);
+void TakeStagedFile(const QString& staged, const QString& path, Links links = Links::Followed);
 /// Stages, then replaces the file in one step: the old or the new one is there at any instant.
-void ReplaceFile(const QString& path, const QByteArray& bytes);
+void ReplaceFile(const QString& path, const QByteArray& bytes, Links links = Links::Followed);
 /// A sheet's text as its file has it.
 QByteArray SheetBytes(const QString& html);
 

@@ -128,7 +128,7 @@ void saveSheet() {
     if (!viewer.CurrentFile.isEmpty())
         step([&] {
             RefuseLinks(viewer.CurrentFile);
-            ReplaceFile(viewer.CurrentFile, SheetBytes(viewer.ss1.HTMLData()));
+            ReplaceFile(viewer.CurrentFile, SheetBytes(viewer.ss1.HTMLData()), Links::Refused);
         });
     viewer.smuiToolBar.setEnabled(save, true);
 }

@@ -51,8 +51,8 @@ bool MayLoseChanges() {
                   saveChanges);
 }
 
-void ReplaceSheet(const QString& savedPath, const QString& tempPath) {
-    ReplaceFile(savedPath, ports.files->read(tempPath));
+void ReplaceSheet(const QString& savedPath, const QString& tempPath, Links links) {
+    ReplaceFile(savedPath, ports.files->read(tempPath), links);
     ports.files->remove(tempPath, true);
 }
 
@@ -79,8 +79,8 @@ SaveAnswer PromptSaveSheetChanges(const QString& savedPath, const QString& tempP
         return SaveAnswer::Dropped;
     }
     SkipErrors step = ReportingSteps(routine);
-    return step([&] { ReplaceSheet(savedPath, tempPath); }) ? SaveAnswer::Saved
-                                                            : SaveAnswer::Failed;
+    return step([&] { ReplaceSheet(savedPath, tempPath, Links::Refused); }) ? SaveAnswer::Saved
+                                                                            : SaveAnswer::Failed;
 }
 
 } // namespace kelvrane

@@ -5,6 +5,8 @@
 //         PromptSaveSheetChanges(path, tempPath);
 #pragma once
 
+#include "collections/collection_file.h"
+
 #include <QString>
 
 namespace kelvrane {
@@ -26,7 +28,7 @@ bool MayLoseChanges();
 
 /// Puts the temporary file in the place of the saved one, also across file systems. Raises what the
 /// file store raises; both files are then as they were.
-void ReplaceSheet(const QString& savedPath, const QString& tempPath);
+void ReplaceSheet(const QString& savedPath, const QString& tempPath, Links links = Links::Followed);
 
 /// Puts a sheet that can neither be saved nor stay into the program's folder as "Unsaved sheet
 /// 1.htm", under the first free number; the path of that file. Raises what the file store raises.

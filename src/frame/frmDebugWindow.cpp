@@ -1,6 +1,8 @@
 #include "frame/frmDebugWindow.h"
 
 #include "frame/error_report.h"
+#include "frame/globals.h"
+#include "frame/other_process.h"
 #include "frame/trace.h"
 #include "platform/ports.h"
 #include "widgets/theme.h"
@@ -21,7 +23,8 @@ void Copy() {
 
 frmDebugWindow::frmDebugWindow(QWidget* parent) : QWidget(parent), List1(new QListWidget(this)) {
     setObjectName(QStringLiteral("frmDebugWindow"));
-    setWindowTitle(QStringLiteral("Kelvrane - Start-up Trace"));
+    const QString title = QStringLiteral("Kelvrane - Start-up Trace");
+    setWindowTitle(KeepsDay ? title : title + QStringLiteral(" - ") + OtherProcessText);
     List1->setObjectName(QStringLiteral("List1"));
     List1->setAccessibleName(QStringLiteral("Start-up Trace"));
     List1->setAlternatingRowColors(true);

@@ -47,8 +47,7 @@ struct Globals {
     // The day. Written by day_file, working_day, entry_times and day_change.
     QList<DayEntry> DayEntries; // in start order, 0-based
     QDate DayDate;              // the date that DayEntries belong to; invalid: no entries yet
-    bool KeepsDay =
-        true; // false: another process keeps the day; nothing of it is loaded or written
+    bool KeepsDay = true;       // false: another process does; nothing of it is loaded or written
     Int16 CurrentEntryIndex = -1;     // index into DayEntries; -1: none
     bool DayUnsaved = false;          // the last save of the day file failed
     bool ControlScreenLoaded = false; // the day was loaded; status text may be shown

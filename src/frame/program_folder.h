@@ -18,6 +18,7 @@ inline constexpr char DayFile[] = "Fileinfo.dat";
 inline constexpr char DayHistory[] = "DayInfo.mdb";
 inline constexpr char ProjectDatabase[] = "kelvrane.mdb";
 inline constexpr char DatabaseList[] = "SSDBInfo.dat";
+inline constexpr char Lock[] = "kelvrane.lock";
 inline constexpr char Settings[] = "settings.json";
 inline constexpr char StarterFolder[] = "Starter Databases";
 inline constexpr char StarterDayHistory[] = "dayinfo.mdb"; // in the starter folder

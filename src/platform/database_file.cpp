@@ -3,6 +3,8 @@
 #include "platform/error.h"
 #include "platform/file_store.h"
 
+#include <QFileInfo>
+
 #include <utility>
 
 namespace kelvrane {
@@ -28,7 +30,18 @@ void DatabaseCompaction::settle() {
     for (const char* sql : {"PRAGMA journal_mode = DELETE", "PRAGMA locking_mode = EXCLUSIVE",
                             "BEGIN EXCLUSIVE", "COMMIT"})
         connection->execute(QLatin1String(sql));
+    removeEmptyJournal();
     m_connection = std::move(connection);
+}
+
+/// A writer that was killed before it had a first page safe leaves a journal without contents. The
+/// database doesn't count it as one, so it stays until the next write, and would be taken for one
+/// that belongs to the file which replaces this one. Nobody else is at the database now, and one
+/// with contents has been applied by the exclusive transaction.
+void DatabaseCompaction::removeEmptyJournal() {
+    const QString journal = m_path + QLatin1String(journalEndings[0]);
+    if (m_files.exists(journal))
+        m_files.remove(journal, true);
 }
 
 void DatabaseCompaction::backupTo(const QString& path) {
@@ -42,8 +55,10 @@ void DatabaseCompaction::compactTo(const QString& path) {
 void DatabaseCompaction::vacuumInto(const QString& path) {
     if (!m_connection)
         Raise(errors::NoObject);
-    if (m_files.exists(path))
+    if (m_files.exists(path) && QFileInfo(path).size() > 0)
         Raise(errors::FileExists, QStringLiteral("%1: the file is already there").arg(path));
+    if (QFileInfo(path).isSymLink()) // to nowhere; the copy would be made there
+        m_files.remove(path, true);
     QSqlQuery query(m_connection->database());
     if (!query.prepare(QStringLiteral("VACUUM INTO ?")))
         RaiseSql(query);

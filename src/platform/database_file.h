@@ -24,10 +24,12 @@ class DatabaseCompaction {
     DatabaseCompaction(const DatabaseCompaction&) = delete;
     DatabaseCompaction& operator=(const DatabaseCompaction&) = delete;
 
-    /// Opens the database for this object alone and settles a journal that a crash left. Raises
+    /// Opens the database for this object alone and settles a journal that a crash left, with
+    /// contents or without. Raises
     /// DatabaseOpen; Sql when another process uses it or it can't be written.
     void settle();
-    /// Writes a whole, flushed copy to a file that doesn't exist yet. Raises NoObject unless
+    /// Writes a whole, flushed copy to a file that doesn't exist yet or is empty, never through a
+    /// link. Raises NoObject unless
     /// settled, Sql (a full disk included) and the errors of the file store; what was begun may
     /// then lie there.
     void backupTo(const QString& path);
@@ -36,6 +38,7 @@ class DatabaseCompaction {
     void close();
 
   private:
+    void removeEmptyJournal();
     void vacuumInto(const QString& path);
 
     FileStore& m_files;

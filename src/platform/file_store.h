@@ -4,11 +4,17 @@
 // Errors: FileNotFound, FileExists, DiskFull, PermissionDenied, PathAccess, DeviceError, and
 // BadFileName for an empty name or one with a NUL, with the path in the description.
 //
+// A file is replaced by a temporary one beside it, of a random name, created exclusively: hidden,
+// ".kelvrane-" first and ".new" last, with machine and process between. A killed process leaves it;
+// the first replacement of a later process in that folder removes it. The replaced file keeps its
+// mode, and a link is followed to its file.
+//
 // A process whose file size is limited is ended by SIGXFSZ at the limit; main() ignores that
 // signal, so that the write fails with DiskFull instead.
 #pragma once
 
 #include <QByteArray>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -22,16 +28,20 @@ class FileStore {
     virtual bool exists(const QString& path) const = 0;
     /// Raises FileNotFound, or another error when it can't be read: DeviceError beyond 256 MB.
     virtual QByteArray read(const QString& path) const = 0;
-    /// Creates or truncates the file and writes the bytes; not flushed to disk.
+    /// Makes a new file of that name and writes the bytes; not flushed to disk. A file or link that
+    /// had the name goes, and nothing is written through it. For names that are the program's own.
     virtual void create(const QString& path, const QByteArray& bytes) = 0;
     /// Adds the bytes at the end of an existing file and flushes the file to disk.
     virtual void appendAndFlush(const QString& path, const QByteArray& bytes) = 0;
     /// Renames one file over another in one step and flushes the folder. The source must have been
-    /// flushed. A read-only target (no write permission for its owner) raises PermissionDenied.
+    /// flushed; it gets the target's mode. A target that is a link stays one: the file that it
+    /// leads to is replaced. A read-only target (no write permission for its owner) raises
+    /// PermissionDenied.
     virtual void replace(const QString& source, const QString& target) = 0;
     /// Moves a file to a name that doesn't exist yet; raises FileExists when it does.
     virtual void move(const QString& source, const QString& target) = 0;
-    /// Copies and flushes; overwrites the target in one step.
+    /// Copies and flushes; overwrites the target in one step, as replace does. A new target gets
+    /// the mode of the source.
     virtual void copy(const QString& source, const QString& target) = 0;
     /// Removes a file. Forced: also one that is read-only. Raises FileNotFound.
     virtual void remove(const QString& path, bool forced) = 0;
@@ -42,8 +52,12 @@ class FileStore {
     /// Names of the files (not folders) in a folder, sorted; empty when there is none.
     virtual QStringList filesIn(const QString& folder) const = 0;
 
-    /// Writes the bytes beside the target ("<path>.new"), flushes them and renames them over it:
-    /// after a kill at any instant the old or the new file is there, whole.
+    /// An empty temporary file beside the file that a path means, for what is to replace it.
+    virtual QString createTemporary(const QString& path);
+
+    /// Writes the bytes into a temporary file, flushes it and renames it over the target: after a
+    /// kill at any instant the old or the new file is there, whole. A failure leaves the old one
+    /// and nothing beside it.
     void writeAtomically(const QString& path, const QByteArray& bytes);
 };
 
@@ -61,6 +75,12 @@ class DiskFileStore : public FileStore {
     void createFolder(const QString& path) override;
     void removeFolder(const QString& path) override;
     QStringList filesIn(const QString& folder) const override;
+    QString createTemporary(const QString& path) override;
+
+  private:
+    void removeLeftOvers(const QString& folder);
+
+    QSet<QString> m_cleared; ///< folders that hold nothing of a killed process any more
 };
 
 } // namespace kelvrane

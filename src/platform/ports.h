@@ -29,6 +29,9 @@ struct Box {
     QString title = QStringLiteral("Kelvrane");
     BoxIcon icon = BoxIcon::None;
     BoxButtons buttons = BoxButtons::Ok;
+    /// For OkCancel and YesNo: words of its own for the two buttons, that of the safest answer
+    /// first, as they are shown. Empty: the usual words.
+    QStringList captions = {};
 };
 
 struct FileQuestion {

@@ -3,6 +3,7 @@
 #include "platform/connection.h"
 #include "platform/error.h"
 #include "platform/ports.h"
+#include "platform/skip_errors.h"
 #include "startup/starter_rows.h"
 
 #include <QSqlQuery>
@@ -34,27 +35,35 @@ constexpr const char* projectTables[] = {
 
 using Fill = std::function<void(Connection&)>;
 
+void removeIfThere(FileStore& files, const QString& path) {
+    if (files.exists(path))
+        files.remove(path, true);
+}
+
 /// Builds the database beside its place and moves it there when it is whole.
 template <typename Statements>
 void createDatabase(const QString& path, const Statements& statements, const Fill& fill = {}) {
     FileStore& files = *ports.files;
     if (files.exists(path))
         Raise(errors::FileExists, QStringLiteral("%1: the file is already there").arg(path));
-    const QString fresh = path + QStringLiteral(".new");
-    // What an earlier attempt left: its journal would be applied to the new file.
-    if (const QString journal = fresh + QStringLiteral("-journal"); files.exists(journal))
-        files.remove(journal, true);
-    files.create(fresh, {});
-    {
-        Connection connection(fresh);
-        connection.begin();
-        for (const char* statement : statements)
-            connection.execute(QLatin1String(statement));
-        if (fill)
-            fill(connection);
-        connection.commit(); // flushes the file
+    const QString fresh = files.createTemporary(path);
+    try {
+        {
+            Connection connection(fresh);
+            connection.begin();
+            for (const char* statement : statements)
+                connection.execute(QLatin1String(statement));
+            if (fill)
+                fill(connection);
+            connection.commit(); // flushes the file
+        }
+        files.move(fresh, path);
+    } catch (const RuntimeError&) {
+        SkipErrors quiet(QStringLiteral("CreateDatabase"));
+        quiet([&] { removeIfThere(files, fresh + QStringLiteral("-journal")); });
+        quiet([&] { removeIfThere(files, fresh); });
+        throw;
     }
-    files.move(fresh, path);
 }
 
 void insert(Connection& connection, const char* sql, const QVariantList& values) {

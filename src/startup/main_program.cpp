@@ -2,6 +2,7 @@
 
 #include "charts/chart_types.h"
 #include "frame/globals.h"
+#include "frame/other_process.h"
 #include "frame/program_folder.h"
 #include "frame/settings.h"
 #include "frame/trace.h"
@@ -116,6 +117,8 @@ StartResult Main(const QString& CommandText, bool previousInstance) {
     }
     if (DebugMode)
         step([] { ports.screens->show(Screen::frmDebugWindow); });
+    if (!KeepsDay)
+        LogStep(OtherProcessText);
     LogStep(QStringLiteral("Start DB Initialize"));
     step([] { InitializeDayInfo(); });
     LogStep(QStringLiteral("End DB Initialize"));

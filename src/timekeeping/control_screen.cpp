@@ -3,6 +3,7 @@
 #include "frame/error_report.h"
 #include "frame/globals.h"
 #include "frame/help_topics.h"
+#include "frame/other_process.h"
 #include "frame/recent_projects.h"
 #include "frame/settings.h"
 #include "frame/status_text.h"
@@ -68,6 +69,15 @@ void tellDamagedDay(const RuntimeError& error) {
                 ". What could be read is loaded; the file as it was is kept beside it."));
 }
 
+/// False in a process beside the one that keeps the day: nothing can be started there.
+bool mayRecord() {
+    if (!KeepsDay) {
+        MsgBox(OtherProcessText + QLatin1Char('.'), {}, BoxIcon::Exclamation);
+        RestoreProjectName();
+    }
+    return KeepsDay;
+}
+
 void loadDay() {
     try {
         LoadDay();
@@ -115,6 +125,10 @@ void LoadControlScreen() {
     step([] { FillWeekView(); });
     step([] { AddDataToDayInfoDataBase(); });
     step([] { RefreshTrayState(); });
+    if (!KeepsDay) {
+        StatusHeading = OtherProcessText;
+        SetStatusText(StatusHeading);
+    }
     emit control.LayoutChanged();
 }
 
@@ -150,6 +164,8 @@ void RestoreProjectName() {
 
 void StartProjectByName(const QString& name, const QString& number) {
     EnsureControlScreenLoaded();
+    if (!mayRecord())
+        return;
     FollowClock();
     const qsizetype entries = DayEntries.size();
     Control().smuiProjectStatus.setValue(projectName, name);
@@ -252,6 +268,8 @@ namespace {
 /// A project chosen in the Database Manager becomes the day's.
 void takeSelection(const QString& name, const QString& number) {
     EnsureControlScreenLoaded();
+    if (!mayRecord())
+        return;
     FollowClock();
     const qsizetype entries = DayEntries.size();
     const QString heading = StatusHeading;

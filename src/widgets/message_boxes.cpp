@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -112,16 +113,27 @@ BoxAnswer MessageBoxes::ask(const Box& box) {
         QLatin1String(icon.name), IconSide,
         theme::ReadableOn(QColor(icon.color), shown->palette().color(QPalette::Window), 3),
         shown->devicePixelRatioF()));
-    shown->setStandardButtons(buttons.shown);
-    shown->setDefaultButton(buttons.safe);
-    shown->setEscapeButton(buttons.safe);
+    QAbstractButton* other = nullptr;
+    if (box.captions.size() == 2) {
+        // One role for both: the desktop's order of roles could put the safe one last.
+        QPushButton* safe = shown->addButton(box.captions[0], QMessageBox::ActionRole);
+        other = shown->addButton(box.captions[1], QMessageBox::ActionRole);
+        shown->setDefaultButton(safe);
+        shown->setEscapeButton(safe);
+    } else {
+        shown->setStandardButtons(buttons.shown);
+        shown->setDefaultButton(buttons.safe);
+        shown->setEscapeButton(buttons.safe);
+    }
     shown->setTextInteractionFlags(Qt::TextSelectableByMouse);
     shown->setAccessibleName(box.title);
     run(shown);
 
     // Gone with its window, or closed from outside: nobody answered.
     BoxAnswer answer = buttons.safeAnswer;
-    if (shown && shown->clickedButton() != nullptr) {
+    if (shown && other && shown->clickedButton() == other) {
+        answer = box.buttons == BoxButtons::YesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
+    } else if (shown && !other && shown->clickedButton() != nullptr) {
         const auto button = shown->standardButton(shown->clickedButton());
         answer = std::ranges::find(AnswerRows, button, &AnswerRow::button)->answer;
     }

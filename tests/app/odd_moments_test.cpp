@@ -2,8 +2,11 @@
 // while a list fills, at the end of the session, over midnight. Only clock and timers are scripted.
 #include "app/program.h"
 #include "frame/globals.h"
+#include "frame/other_process.h"
 #include "frame/program_folder.h"
+#include "frame/status_text.h"
 #include "frame/tray_menus.h"
+#include "platform/instance_lock.h"
 #include "platform/recordset.h"
 #include "records/manager_model.h"
 #include "records/record_tables.h"
@@ -106,13 +109,13 @@ class OddMoments : public ::testing::Test {
         });
         loop.exec();
     }
-    StartResult begin() {
+    StartResult begin(const QString& commandText = {}) {
         program.reset();
         globals = {};
         Control().reset();
         Menus().reset();
         program = std::make_unique<Program>(PortChoices{.clock = &clock, .timers = &timers});
-        const StartResult result = program->start({});
+        const StartResult result = program->start(commandText);
         StopWorkTime = "5:00 PM";
         EndOfDayTimeInterval = 15;
         AutoDayReminder = "Off";
@@ -181,6 +184,33 @@ TEST_F(OddMoments, StopMidnightAndAChoiceGiveOneEntry) {
         EXPECT_EQ(savedEntries(), QStringList{"Beta;1002;12:02 AM;;0 Minutes;0 Minutes"});
         EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|30|0", "Beta|3/3/2026|0|0"}));
         EXPECT_EQ(Control().smuiBreakDown.count(), 6);
+    });
+}
+
+TEST_F(OddMoments, DebugBesideARunningProgramLeavesTheDayAlone) {
+    run([this] {
+        beginWithProjects();
+        StartProjectByName("Alpha");
+        passMinutes(30);
+        program->saveForLogOut();
+        program.reset();
+        const QStringList entries = savedEntries();
+        ASSERT_EQ(entries.size(), 1);
+        InstanceLock other(InAppPath(QString::fromLatin1(files::Lock)));
+        ASSERT_EQ(other.tryLock(), InstanceState::Free) << "the program that ended let it go";
+
+        const int seen = boxes.seen;
+        EXPECT_EQ(begin(), StartResult::Ended);
+        EXPECT_EQ(boxes.seen, seen + 1) << "already running";
+        ASSERT_EQ(begin("debug"), StartResult::Running);
+        EXPECT_TRUE(DayEntries.isEmpty());
+        EXPECT_TRUE(screen(Screen::frmDebugWindow)->windowTitle().endsWith(OtherProcessText));
+        EXPECT_EQ(Status().text(), OtherProcessText);
+        EXPECT_EQ(savedEntries(), entries);
+        other.release();
+        ASSERT_EQ(begin("debug"), StartResult::Running);
+        EXPECT_EQ(DayEntries.size(), 1) << "alone it keeps the day like any other";
+        EXPECT_EQ(begin(), StartResult::Running);
     });
 }
 

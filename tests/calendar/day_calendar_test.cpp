@@ -159,6 +159,144 @@ TEST_F(DayCalendarTest, AGroupAddedToADayWithRowsIsLost) {
     EXPECT_EQ(history(), QStringList{"Alpha|3/1/2026|60|0"});
 }
 
+TEST_F(DayCalendarTest, AProjectOfTheDayCannotBeGivenToAnotherGroup) {
+    addRow("3/1/2026", "Alpha", 60, 0);
+    addRow("3/1/2026", "Beta", 90, 10);
+    const QStringList before = history();
+    load();
+    clickDay(1);
+    dialogs.expect("'Beta'");
+    choose("PROJECT1", 1);
+    EXPECT_EQ(row("PROJECT1") + row("PN1"), "AlphaN-Alpha");
+    choose("PROJECT1", 2);
+    dialogs.expect("'Beta'");
+    selectionSinks.calendar.select("Beta", "1002");
+    selectionSinks.calendar.undo();
+    EXPECT_EQ(row("PROJECT1") + row("PN1"), "AlphaN-Alpha");
+
+    choose("PROJECT1", 2); // Alpha is on no group any more, but its row is there
+    selectionSinks.calendar.select("Gamma", "G-3");
+    dialogs.expect("'Alpha'");
+    choose("PROJECT2", 0);
+    EXPECT_EQ(row("PROJECT2"), "Beta");
+    giveGroupAnHour("WORK1");
+    EXPECT_EQ(history(), before);
+
+    press("MonthDn");
+    rightClickDay(1);
+    AddDayRows();
+    AddDayRows();
+    choose("PROJECT1", 0);
+    dialogs.expect("'Alpha'");
+    choose("PROJECT2", 0);
+    EXPECT_EQ(row("PROJECT2"), "");
+    choose("PROJECT1", 0); // its own
+    choose("PROJECT1", 1);
+    choose("PROJECT2", 0); // free again
+    EXPECT_EQ(row("PROJECT2"), "Alpha");
+}
+
+class RepeatedRows : public DayCalendarTest {
+  protected:
+    RepeatedRows() {
+        addRow("3/1/2026", "Beta", 100, 10);
+        addRow("3/1/2026", "Alpha", 60, 0);
+        addRow("3/1/2026", "Beta", 50, 5);
+        addRow("2/28/2026", "Beta", 30, 0);
+        execute("DayInfo.mdb", "UPDATE DayInfo SET AssignTo = 7 WHERE TotalTime = 50");
+        before = history();
+        load();
+    }
+    QStringList before;
+};
+
+TEST_F(RepeatedRows, StayAsTheyAreUnlessTheyAreJoined) {
+    dialogs.expect("'Beta'", BoxAnswer::No);
+    clickDay(1);
+    EXPECT_EQ(row("WORK1") + row("WORK3"), "1 Hours 30 Minutes45 Minutes");
+    clickDay(3);
+    clickDay(1); // not asked again
+    clickDay(3);
+    EXPECT_EQ(history(), before);
+
+    clickDay(1);
+    set("WORK3", "1 Hours 0 Minutes"); // each group is a row of its own
+    clickDay(3);
+    EXPECT_EQ(history(), (QStringList{before[0], before[1], "Beta|3/1/2026|65|5", before[3]}));
+}
+
+TEST_F(RepeatedRows, JoinedTheyAreOneRowWithTheSum) {
+    dialogs.expect("'Beta'", BoxAnswer::Yes);
+    clickDay(1);
+    EXPECT_EQ(Calendar().groupCount(), 2);
+    EXPECT_EQ(row("PROJECT1") + row("WORK1") + row("BREAK1"), "Beta2 Hours 15 Minutes15 Minutes");
+    EXPECT_EQ(history(), (QStringList{"Beta|3/1/2026|150|15", before[1], before[3]}));
+    Connection connection(path("DayInfo.mdb"));
+    EXPECT_EQ(Recordset(connection, "DayInfo").text("AssignTo"), "7");
+    Calendar().reset();
+    load();
+    clickDay(1); // nothing to ask
+}
+
+TEST_F(RepeatedRows, ASumThatIsTooLargeJoinsNothing) {
+    addRow("3/1/2026", "Alpha", 5, 0); // could be joined, but it is all or nothing
+    execute("DayInfo.mdb", "UPDATE DayInfo SET TotalTime = 32000 WHERE ProjectName = 'Beta'");
+    before = history();
+    dialogs.expect("'Beta', 'Alpha'", BoxAnswer::Yes);
+    dialogs.expect("JoinRows");
+    clickDay(1);
+    EXPECT_EQ(history(), before);
+    EXPECT_EQ(Calendar().groupCount(), 4);
+}
+
+TEST_F(DayCalendarTest, ADayThatNobodyEditedIsNotWritten) {
+    addRow("3/1/2026", "Alpha", 60, 0);
+    load();
+    clickDay(1);
+    execute("DayInfo.mdb", "UPDATE DayInfo SET TotalTime = 75"); // somebody else, meanwhile
+    clickDay(3);
+    EXPECT_EQ(history(), QStringList{"Alpha|3/1/2026|75|0"});
+    clickDay(1);
+    set("WORK1", "2 Hours 0 Minutes");
+    execute("DayInfo.mdb", "DELETE FROM DayInfo");
+    dialogs.expect("no longer in the history");
+    clickDay(3);
+    EXPECT_EQ(history(), QStringList());
+}
+
+TEST_F(DayCalendarTest, ATimeWithoutAProjectIsNotLeftWithoutAWord) {
+    load();
+    rightClickDay(1);
+    AddDayRows();
+    AddDayRows();
+    choose("PROJECT1", 0);
+    set("WORK1", "30 Minutes");
+    set("WORK2", "1 Hours 0 Minutes");
+    dialogs.expect("On 3/1/2026 a time has no project: work 1 Hours 0 Minutes, break 0 Minutes.");
+    clickDay(2);
+    EXPECT_EQ(Calendar().DisplayedDate, "3/1/2026");
+    EXPECT_EQ(row("WORK2"), "1 Hours 0 Minutes");
+    dialogs.expect("Close and lose it?", BoxAnswer::No);
+    CloseDayInfo();
+    EXPECT_TRUE(screens.unloaded.isEmpty());
+
+    UnloadDayInfo(); // nobody can be asked
+    EXPECT_EQ(tray.notices.size(), 1);
+    EXPECT_TRUE(tray.notices.first().contains("work 1 Hours 0 Minutes"));
+    EXPECT_EQ(history(), QStringList{"Alpha|3/1/2026|30|0"}) << "the rest is stored";
+
+    load();
+    press("MonthDn");
+    rightClickDay(1);
+    AddDayRows();
+    set("BREAK1", "5 Minutes");
+    dialogs.expect("Close and lose it?", BoxAnswer::Yes);
+    CloseDayInfo();
+    EXPECT_EQ(screens.unloaded, QList<Screen>{Screen::frmDayInfo});
+    EXPECT_EQ(tray.notices.size(), 1);
+    EXPECT_EQ(history().size(), 1);
+}
+
 TEST_F(DayCalendarTest, TheRightButtonOffersAGroupOnlyOnPastDaysWithoutRows) {
     addRow("2/28/2026", "Alpha", 60, 0);
     load();
@@ -209,7 +347,7 @@ TEST_F(DayCalendarTest, FromTheTenthGroupOnOnlyTheLastDigitCounts) {
     EXPECT_EQ(row("PROJECT2") + row("PN2"), "GammaG-3");
     EXPECT_EQ(row("PROJECT12"), "Alpha") << "no row is left with the list's last entry";
     dialogs.expect("PN0");
-    choose("PROJECT10", 0);
+    choose("PROJECT10", 1);
     giveGroupAnHour("WORK11");
     EXPECT_EQ(history()[10], "P11|3/1/2026|60|0");
     EXPECT_EQ(history()[9], "P10|3/1/2026|100|0");

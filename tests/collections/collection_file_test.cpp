@@ -144,8 +144,13 @@ TEST_F(CollectionFile, NothingIsWrittenThroughWhatLiesInTheWay) {
     EXPECT_EQ(fileBytes("outside"), "mine");
     EXPECT_EQ(fileBytes("probe"), "new");
     ASSERT_TRUE(QFile::link(path("outside"), path("linked")));
-    ReplaceFile(path("linked"), "new");
+    EXPECT_EQ(RaisedError([&] { ReplaceFile(path("linked"), "new", Links::Refused); }),
+              errors::PathAccess);
     EXPECT_EQ(fileBytes("outside"), "mine");
+    const QStringList names = disk.filesIn(folder.path());
+    ReplaceFile(path("linked"), "new"); // a path that the user chose
+    EXPECT_EQ(fileBytes("outside"), "new");
+    EXPECT_EQ(disk.filesIn(folder.path()), names);
 }
 
 TEST_F(CollectionFile, AHundredThousandSheetsComeBack) {

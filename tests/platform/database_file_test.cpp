@@ -4,6 +4,8 @@
 #include "support/raised_error.h"
 #include "support/temporary_folder.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QVariant>
 
 #include <gtest/gtest.h>
@@ -48,8 +50,11 @@ TEST_F(DatabaseFiles, BackupAndCompaction) {
     EXPECT_EQ(RaisedError([&] { compaction.backupTo(backup); }), errors::NoObject);
     compaction.settle();
     EXPECT_EQ(RaisedError([&] { Connection other(target); }), errors::DatabaseOpen);
+    files.create(backup, {}); // as a temporary file is
     compaction.backupTo(backup);
+    ASSERT_TRUE(QFile::link(folder.path(u"elsewhere"_s), temp));
     compaction.compactTo(temp);
+    EXPECT_FALSE(QFileInfo(temp).isSymLink() || files.exists(folder.path(u"elsewhere"_s)));
     EXPECT_EQ(RaisedError([&] { compaction.compactTo(temp); }), errors::FileExists);
     compaction.close();
     EXPECT_EQ(files.read(target), before);

@@ -3,6 +3,9 @@
 #include "support/temporary_folder.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -10,6 +13,8 @@
 #include <functional>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace kelvrane;
 using namespace Qt::StringLiterals;
@@ -19,7 +24,14 @@ namespace {
 class DiskFiles : public testing::Test {
   protected:
     int openDescriptors() const { return static_cast<int>(QDir(u"/proc/self/fd"_s).count()); }
-    void makeReadOnly(const QString& path) const { ::chmod(path.toUtf8().constData(), 0444); }
+    void setMode(const QString& path, mode_t mode) const {
+        ASSERT_EQ(::chmod(path.toUtf8().constData(), mode), 0);
+    }
+    mode_t modeOf(const QString& path) const {
+        struct stat status = {};
+        EXPECT_EQ(::stat(path.toUtf8().constData(), &status), 0);
+        return status.st_mode & 07777;
+    }
 
     TemporaryFolder folder;
     DiskFileStore files;
@@ -43,7 +55,7 @@ TEST_F(DiskFiles, ASaveGoesThroughATemporaryFile) {
 TEST_F(DiskFiles, AReadOnlyTargetIsRefusedAndKept) {
     files.create(a, "new");
     files.create(b, "old");
-    makeReadOnly(b);
+    setMode(b, 0444);
     for (const std::function<void()>& step : std::initializer_list<std::function<void()>>{
              [&] { files.replace(a, b); }, [&] { files.copy(a, b); },
              [&] { files.writeAtomically(b, "new"); }, [&] { files.remove(b, false); }})
@@ -117,9 +129,108 @@ TEST_F(DiskFiles, AFullDiskLeavesTheOldFileAndTheNextSaveSucceeds) {
 
     EXPECT_EQ(number, errors::DiskFull);
     EXPECT_EQ(files.read(a), "old");
+    EXPECT_EQ(files.filesIn(folder.path()), QStringList{u"a"_s});
     files.writeAtomically(a, "new");
     EXPECT_EQ(files.read(a), "new");
     EXPECT_EQ(files.filesIn(folder.path()), QStringList{u"a"_s});
+}
+
+TEST_F(DiskFiles, AReplacedFileKeepsItsMode) {
+    for (const std::function<void()>& step : std::initializer_list<std::function<void()>>{
+             [&] { files.replace(a, b); }, [&] { files.copy(a, b); },
+             [&] { files.writeAtomically(b, "new"); }}) {
+        files.create(a, "new");
+        files.create(b, "old");
+        setMode(a, 0644);
+        setMode(b, 0620);
+        step();
+        EXPECT_EQ(modeOf(b), 0620U);
+        EXPECT_EQ(files.read(b), "new");
+    }
+    files.create(a, "private");
+    setMode(a, 0600);
+    files.copy(a, folder.path(u"c"_s));
+    EXPECT_EQ(modeOf(folder.path(u"c"_s)), 0600U) << "a copy is no more open than what it is of";
+}
+
+TEST_F(DiskFiles, ALinkIsFollowedToItsFile) {
+    files.createFolder(folder.path(u"far"_s));
+    const QString target = folder.path(u"far/target"_s);
+    ASSERT_TRUE(QFile::link(u"far/second"_s, a)); // a -> second -> target, relative and absolute
+    ASSERT_TRUE(QFile::link(target, folder.path(u"far/second"_s)));
+    files.writeAtomically(a, "first"); // it leads nowhere yet
+    EXPECT_EQ(files.read(target), "first");
+    for (const std::function<void()>& step : std::initializer_list<std::function<void()>>{
+             [&] { files.replace(b, a); }, [&] { files.copy(b, a); },
+             [&] { files.writeAtomically(a, "new"); }}) {
+        files.create(target, "old");
+        files.create(b, "new");
+        step();
+        EXPECT_EQ(files.read(target), "new");
+    }
+    EXPECT_TRUE(QFileInfo(a).isSymLink() && QFileInfo(folder.path(u"far/second"_s)).isSymLink());
+    EXPECT_EQ(files.filesIn(folder.path(u"far"_s)), (QStringList{u"second"_s, u"target"_s}));
+
+    files.remove(b, true);
+    ASSERT_TRUE(QFile::link(b, b));
+    EXPECT_EQ(RaisedError([&] { files.writeAtomically(b, "x"); }), errors::PathAccess);
+}
+
+TEST_F(DiskFiles, ALinkToAnotherDiskIsFollowedToo) {
+    QTemporaryDir elsewhere(u"/dev/shm/test-XXXXXX"_s);
+    struct stat here = {};
+    struct stat there = {};
+    if (!elsewhere.isValid() || ::stat(folder.path().toUtf8().constData(), &here) != 0 ||
+        ::stat(elsewhere.path().toUtf8().constData(), &there) != 0 || here.st_dev == there.st_dev)
+        GTEST_SKIP() << "there is one file system only";
+    const QString target = elsewhere.filePath(u"target"_s);
+    files.create(target, "old");
+    setMode(target, 0640);
+    ASSERT_TRUE(QFile::link(target, a));
+    files.create(b, "new");
+    files.replace(b, a);
+    EXPECT_EQ(files.read(target), "new");
+    EXPECT_EQ(modeOf(target), 0640U);
+    EXPECT_TRUE(QFileInfo(a).isSymLink());
+    EXPECT_FALSE(files.exists(b));
+}
+
+TEST_F(DiskFiles, NothingIsWrittenThroughALinkAtATemporaryName) {
+    const QString victim = folder.path(u"victim"_s);
+    files.create(victim, "the user's");
+    ASSERT_TRUE(QFile::link(victim, a));
+    files.create(a, "head\n");
+    EXPECT_EQ(files.read(a), "head\n");
+    EXPECT_FALSE(QFileInfo(a).isSymLink());
+
+    ASSERT_EQ(::link(victim.toUtf8().constData(), b.toUtf8().constData()), 0);
+    files.create(b, "x");
+    files.remove(a, true);
+    ASSERT_TRUE(QFile::link(victim, a));
+    EXPECT_EQ(RaisedError([&] { files.appendAndFlush(a, "x"); }), errors::PathAccess);
+    EXPECT_EQ(files.read(victim), "the user's");
+}
+
+TEST_F(DiskFiles, OnlyWhatAKilledProcessLeftIsRemoved) {
+    const QStringList users = {u".kelvrane-notes.new"_s, u"a.new"_s, u"a.temp"_s};
+    for (const QString& name : users)
+        files.create(folder.path(name), "the user's");
+    const QString living = files.createTemporary(a);
+    if (const pid_t child = ::fork(); child == 0) {
+        const QString left = DiskFileStore().createTemporary(a);
+        files.create(left + u"-journal"_s, "x"); // of a database that was being built
+        ::_exit(0);
+    } else {
+        ::waitpid(child, nullptr, 0);
+    }
+    EXPECT_EQ(files.filesIn(folder.path()).size(), users.size() + 1 + 2);
+
+    DiskFileStore nextProcess;
+    nextProcess.writeAtomically(a, "new");
+    EXPECT_EQ(files.filesIn(folder.path()).size(), users.size() + 2);
+    EXPECT_TRUE(files.exists(living));
+    for (const QString& name : users)
+        EXPECT_EQ(files.read(folder.path(name)), "the user's") << name.toStdString();
 }
 
 TEST_F(DiskFiles, FoldersAndNames) {

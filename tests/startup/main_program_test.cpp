@@ -1,6 +1,9 @@
 #include "collections/viewer_model.h"
 #include "frame/globals.h"
+#include "frame/other_process.h"
 #include "frame/settings.h"
+#include "frame/status_text.h"
+#include "frame/trace.h"
 #include "options/options_model.h"
 #include "options/program_options.h"
 #include "platform/connection.h"
@@ -70,6 +73,20 @@ TEST_F(Start, DebugTracesEachStep) {
     EXPECT_EQ(Main("debug", true), StartResult::Running);
     EXPECT_TRUE(DebugMode);
     EXPECT_EQ(screens.shown.first(), Screen::frmDebugWindow);
+}
+
+TEST_F(Start, BesideTheProcessThatKeepsTheDayNothingOfItIsLoaded) {
+    const QByteArray day = "Time: 8:30 AM\nDate: 3/2/2026\nDay Info:\n"
+                           "Alpha;1001;8:00 AM;;0 Minutes;30 Minutes\n\n\n";
+    writeFile("Fileinfo.dat", day);
+    KeepsDay = false;
+    EXPECT_EQ(Main("debug", false), StartResult::Running);
+    EXPECT_TRUE(DayEntries.isEmpty());
+    EXPECT_TRUE(DayStopped);
+    EXPECT_EQ(fileBytes("Fileinfo.dat"), day);
+    EXPECT_EQ(history(), QStringList{"Alpha|3/1/2026||"});
+    EXPECT_EQ(Status().text(), OtherProcessText);
+    EXPECT_TRUE(Trace().lines().contains(OtherProcessText));
 }
 
 TEST_F(Start, AMissingHistoryEndsTheStart) {

@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace kelvrane {
 namespace {
 
@@ -60,6 +62,35 @@ TEST(MessageBoxesTest, AnswersIncludeFrameAndEscape) {
         EXPECT_EQ(boxes.ask({.text = "Really?", .buttons = answer.buttons}), answer.answer)
             << answer.name;
         EXPECT_FALSE(boxes.isOpen());
+    }
+}
+
+TEST(MessageBoxesTest, OwnWordsAreShownInTheirOrderTheSafeOneFirst) {
+    MessageBoxes boxes;
+    const auto press = [](int index) {
+        return [index](QMessageBox* box) {
+            auto buttons = box->findChildren<QPushButton*>();
+            std::ranges::sort(buttons, {}, [](QPushButton* button) { return button->x(); });
+            ASSERT_EQ(buttons.size(), 2);
+            EXPECT_EQ(buttons[0]->text(), "Don't start");
+            EXPECT_EQ(box->defaultButton(), buttons[0]);
+            QTest::mouseClick(buttons[index], Qt::LeftButton);
+        };
+    };
+    const Answer answers[] = {
+        {"first", BoxButtons::OkCancel, press(0), BoxAnswer::Cancel},
+        {"second", BoxButtons::OkCancel, press(1), BoxAnswer::Ok},
+        {"escape", BoxButtons::OkCancel, Escape, BoxAnswer::Cancel},
+        {"frame", BoxButtons::YesNo, Frame, BoxAnswer::No},
+        {"second of yes and no", BoxButtons::YesNo, press(1), BoxAnswer::Yes},
+    };
+    for (const Answer& answer : answers) {
+        Later([&] { answer.act(OpenBox()); });
+        EXPECT_EQ(boxes.ask({.text = "Really?",
+                             .buttons = answer.buttons,
+                             .captions = {"Don't start", "Start all the same"}}),
+                  answer.answer)
+            << answer.name;
     }
 }
 

@@ -12,6 +12,7 @@
 #include "help_tour.h"
 #include "platform/error.h"
 #include "platform/installed_files.h"
+#include "platform/instance_lock.h"
 #include "platform/recordset.h"
 #include "sheets_tour.h"
 #include "timekeeping/control_model.h"
@@ -26,7 +27,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QLockFile>
 #include <QMenu>
 #include <QPushButton>
 #include <QStyleFactory>
@@ -245,8 +245,8 @@ class Tour {
                           [] { TrayMenuClick(QStringLiteral("mnuSysTrayExit")); });
         m_program.reset();
         {
-            QLockFile other(InAppPath(QStringLiteral("kelvrane.lock")));
-            other.tryLock(0);
+            InstanceLock other(InAppPath(QString::fromLatin1(files::Lock)));
+            other.tryLock();
             begin();
             m_album.withBoxes({{QStringLiteral("second-instance"), QStringLiteral("OK")}},
                               [this] { m_program->start({}); });
