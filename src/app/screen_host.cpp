@@ -29,30 +29,43 @@ void Dismiss(QWidget* window) {
         window->close();
 }
 
-bool StandsAbove(const QWidget* window, const QWidget* screen) {
+bool Blocks(const QWidget* window) {
+    return window->isVisible() && (window->isModal() || window->windowType() == Qt::Popup);
+}
+
+bool IsAbove(const QWidget* window, const QWidget* screen) {
     for (const QWidget* parent = window->parentWidget(); parent; parent = parent->parentWidget())
         if (parent->window() == screen)
             return true;
     return false;
 }
 
-/// Screen null: above any screen.
-void DismissModals(const QWidget* screen) {
+/// Guarded from the first one on: whoever hears that a window closes may delete any other.
+QList<QPointer<QWidget>> Windows() {
     const QWidgetList windows = QApplication::topLevelWidgets();
-    for (const QPointer<QWidget> window : windows) {
-        if (!window || window == screen || !window->isVisible())
-            continue;
-        const bool blocks = window->isModal() || window->windowType() == Qt::Popup;
-        if (blocks && (!screen || StandsAbove(window, screen)))
-            Dismiss(window);
-    }
+    return {windows.cbegin(), windows.cend()};
 }
 
-void Raise(QWidget* window) {
-    if (window->isMinimized())
+void DismissAllModals() {
+    for (const QPointer<QWidget>& window : Windows())
+        if (window && Blocks(window))
+            Dismiss(window);
+}
+
+void DismissModalsAbove(const QPointer<QWidget>& screen) {
+    for (const QPointer<QWidget>& window : Windows())
+        if (screen && window && Blocks(window) && IsAbove(window, screen))
+            Dismiss(window);
+}
+
+/// Each step may run code that unloads the screen or deletes it.
+void Raise(const QPointer<QWidget>& window) {
+    if (window && window->isMinimized())
         window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-    window->raise();
-    window->activateWindow();
+    if (window)
+        window->raise();
+    if (window)
+        window->activateWindow();
 }
 
 } // namespace
@@ -66,10 +79,10 @@ ScreenHost::ScreenHost(std::span<const ScreenRow> rows, QObject* parent) : QObje
 }
 
 ScreenHost::~ScreenHost() {
-    for (const Slot& slot : m_slots)
-        delete slot.widget;
-    for (const QPointer<QWidget>& widget : std::as_const(m_retired))
-        delete widget;
+    for (Slot& slot : m_slots)
+        m_retired.append(std::exchange(slot.widget, {}));
+    while (!m_retired.isEmpty()) // a screen that goes may unload one that it opened itself
+        delete m_retired.takeFirst();
 }
 
 const ScreenHost::Slot* ScreenHost::slotOf(Screen screen) const {
@@ -103,15 +116,19 @@ void ScreenHost::show(Screen screen) {
     Slot* slot = slotOf(screen);
     if (!slot || (!slot->widget && !create(*slot)))
         return;
-    slot->widget->show();
-    Raise(slot->widget);
+    const QPointer<QWidget> widget = slot->widget;
+    widget->show();
+    if (slot->widget == widget) // not unloaded by what its showing set off
+        Raise(widget);
 }
 
 void ScreenHost::bringForward(Screen screen) {
     if (!isVisible(screen))
         return;
-    Raise(widget(screen));
-    QApplication::alert(widget(screen));
+    const QPointer<QWidget> widget = this->widget(screen);
+    Raise(widget);
+    if (widget) // none would stand for every window
+        QApplication::alert(widget);
 }
 
 void ScreenHost::unload(Screen screen) {
@@ -121,17 +138,19 @@ void ScreenHost::unload(Screen screen) {
     slot->unloadWanted = slot->creating;
     if (!slot->widget)
         return;
-    QWidget* widget = slot->widget;
-    slot->widget.clear();
-    DismissModals(widget);
+    const QPointer<QWidget> widget = std::exchange(slot->widget, {});
+    DismissModalsAbove(widget);
     retire(widget);
     if (slot->row->unload)
         slot->row->unload();
 }
 
-void ScreenHost::retire(QWidget* widget) {
-    widget->hide();
-    m_retired.append(widget);
+/// Listed when it is hidden, not before: hiding runs the screen's own code.
+void ScreenHost::retire(const QPointer<QWidget>& widget) {
+    if (widget)
+        widget->hide();
+    if (widget)
+        m_retired.append(widget);
 }
 
 /// Runs whenever an event loop has nothing left to do. Only in the outermost one is it certain that
@@ -178,7 +197,7 @@ int ScreenHost::helpTopic(const QWidget* window) const {
 }
 
 void ScreenHost::unloadAll() {
-    DismissModals(nullptr);
+    DismissAllModals();
     for (const Slot& slot : m_slots)
         unload(slot.row->screen);
 }

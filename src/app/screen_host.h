@@ -5,6 +5,10 @@
 // for instance. It is hidden at once, what is modal above it closes as cancelled, and it is deleted
 // when the last nested event loop has returned. A screen whose close box unloads it calls
 // ports.screens->unload() in its closeEvent.
+//
+// Showing, hiding and closing run code of the screens and dialogs, which may unload or delete any
+// of them: a window is held by a guarded pointer across each such step. The host outlives every
+// call.
 #pragma once
 
 #include "platform/screens.h"
@@ -63,7 +67,7 @@ class ScreenHost : public QObject, public Screens {
     Slot* slotOf(Screen screen);
     const Slot* slotOf(Screen screen) const;
     bool create(Slot& slot);
-    void retire(QWidget* widget);
+    void retire(const QPointer<QWidget>& widget);
     void sweep();
     static void giveMemoryBack();
 

@@ -135,9 +135,24 @@ void PanelView::beginEdit(const QPersistentModelIndex& index) {
     });
 }
 
+bool PanelView::holds(const QWidget* editor) const {
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        if (indexWidget(m_model->index(row, 0)) == editor)
+            return true;
+    return false;
+}
+
+/// The delegate's Enter arrives from the event queue. The editor may have been closed meanwhile, or
+/// its row gone.
+void PanelView::commitData(QWidget* editor) {
+    if (editor != nullptr && holds(editor))
+        QListView::commitData(editor);
+}
+
 void PanelView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
     ForgetOpenEditor(editor);
-    QListView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    if (editor != nullptr && holds(editor)) // not after a refill by whoever heard of its text
+        QListView::closeEditor(editor, QAbstractItemDelegate::NoHint);
     if (hint == QAbstractItemDelegate::EditNextItem)
         editNeighbour(1);
     else if (hint == QAbstractItemDelegate::EditPreviousItem)
@@ -157,6 +172,9 @@ void PanelView::editNeighbour(int step) {
 }
 
 void PanelView::openChoices(const QString& key) {
+    CommitOpenEditor(); // whoever hears of it may refill the panel
+    if (!m_model->indexOf(key).isValid())
+        return;
     const KeyedItem item = m_items->item(key);
     if (item.choices.isEmpty())
         return;
@@ -269,6 +287,11 @@ bool PanelView::takesKey(const QKeyEvent& event) {
 }
 
 void PanelView::keyPressEvent(QKeyEvent* event) {
+    // A line that is edited passes its Enter on, and the row would open it again.
+    const bool opens = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
+                       event->key() == Qt::Key_F2;
+    if (opens && indexWidget(currentIndex()) != nullptr)
+        return;
     if (takesKey(*event))
         return;
     const bool forOthers = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||

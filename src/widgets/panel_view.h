@@ -46,6 +46,7 @@ class PanelView : public QListView {
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void commitData(QWidget* editor) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
 
@@ -56,6 +57,8 @@ class PanelView : public QListView {
     void updateChoices();
     bool takesKey(const QKeyEvent& event);
     void editNeighbour(int step);
+    /// Whether the editor is open in one of the rows.
+    bool holds(const QWidget* editor) const;
 
     KeyedItems* m_items;
     PanelModel* m_model;

@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
 
 #include <algorithm>
 
@@ -44,11 +45,19 @@ TrayFallbackWindow::TrayFallbackWindow(QMenu* contextMenu, QMenu* recentMenu)
     setObjectName(QStringLiteral("TrayFallbackWindow"));
     setWindowTitle(QStringLiteral("Kelvrane"));
     setWindowIcon(theme::AppIcon());
+    setAttribute(Qt::WA_ShowWithoutActivating); // it comes by itself, whoever is typing where
+    setToolTip(
+        QStringLiteral("Double-click: the control screen. The close box shows it too, and this "
+                       "window stays while Kelvrane runs. To end Kelvrane: Menu, Exit "
+                       "Program."));
     QFont word = font();
     word.setWeight(QFont::DemiBold);
     m_word->setFont(word);
     m_text->setMinimumWidth(TextWidth);
+    m_notice->setObjectName(QStringLiteral("notice"));
     m_notice->setWordWrap(true);
+    m_notice->setCursor(Qt::PointingHandCursor);
+    m_notice->setToolTip(QStringLiteral("Show the control screen"));
     m_notice->hide();
 
     auto* texts = new QVBoxLayout;
@@ -115,7 +124,15 @@ void TrayFallbackWindow::showState() {
 
 void TrayFallbackWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
-    showMinimized();
+    emit activated();
+}
+
+void TrayFallbackWindow::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !m_notice->isVisible() ||
+        !m_notice->geometry().contains(event->position().toPoint()))
+        return;
+    m_notice->hide(); // it has been read
+    emit activated();
 }
 
 void TrayFallbackWindow::mouseDoubleClickEvent(QMouseEvent*) {

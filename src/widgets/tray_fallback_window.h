@@ -12,7 +12,8 @@ namespace kelvrane {
 
 class FlatButton;
 
-/// Closing it only makes it small, so that the program stays in reach.
+/// It can't be closed: the desktop may have nothing else to reach the program by. Its close box
+/// shows the control screen, as a double click does; its tool tip says so.
 class TrayFallbackWindow : public QWidget {
     Q_OBJECT
   public:
@@ -20,16 +21,18 @@ class TrayFallbackWindow : public QWidget {
     TrayFallbackWindow(QMenu* contextMenu, QMenu* recentMenu);
 
     void setState(DayState state, const QString& text);
+    /// Stays until it is clicked or the next one comes.
     void notify(const QString& title, const QString& text);
 
   signals:
-    /// The control screen is wanted.
+    /// The control screen is wanted: a double click, the close box, or a click on the notice.
     void activated();
     /// One of the menus is about to open: 1 the context menu, 2 the recent projects.
     void clicked(int button);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void changeEvent(QEvent* event) override;
 

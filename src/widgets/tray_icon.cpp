@@ -8,6 +8,8 @@
 #include <QCursor>
 #include <QGuiApplication>
 
+#include <utility>
+
 namespace kelvrane {
 
 namespace {
@@ -33,20 +35,25 @@ TrayIcon::TrayIcon(KeyedItems* contextMenu, KeyedItems* recentMenu, TrayDesktop 
     m_icon.setContextMenu(&m_contextMenu);
     m_icon.setIcon(theme::TrayStateIcon(m_state));
     connect(&m_icon, &QSystemTrayIcon::activated, this, &TrayIcon::onActivated);
+    connect(&m_icon, &QSystemTrayIcon::messageClicked, this, &TrayIcon::activated);
+    m_patience.setSingleShot(true);
+    connect(&m_patience, &QTimer::timeout, this, &TrayIcon::checkTray);
 }
 
 TrayIcon::~TrayIcon() = default;
 
 void TrayIcon::showIcon() {
     m_wanted = true;
-    m_sinceStart.start();
+    m_patience.start(m_desktop.patience);
     m_icon.show();
 }
 
 void TrayIcon::removeIcon() {
     m_wanted = false;
+    m_patience.stop();
+    m_unshown.reset();
     m_icon.hide();
-    m_fallback.reset();
+    closeFallback();
 }
 
 void TrayIcon::setState(DayState state, const QString& toolTip) {
@@ -61,10 +68,17 @@ void TrayIcon::setState(DayState state, const QString& toolTip) {
 }
 
 void TrayIcon::notify(const QString& title, const QString& text) {
-    if (m_fallback)
-        m_fallback->notify(title, text);
+    if (m_fallback || m_desktop.hasTray())
+        showNotice({title, text});
     else
-        m_icon.showMessage(title, text, theme::AppIcon(), NoticeMilliseconds);
+        m_unshown = {title, text};
+}
+
+void TrayIcon::showNotice(const Notice& notice) {
+    if (m_fallback)
+        m_fallback->notify(notice.title, notice.text);
+    else
+        m_icon.showMessage(notice.title, notice.text, theme::AppIcon(), NoticeMilliseconds);
 }
 
 bool TrayIcon::isFallback(const QWidget* window) const {
@@ -74,17 +88,17 @@ bool TrayIcon::isFallback(const QWidget* window) const {
 void TrayIcon::checkTray() {
     if (!m_wanted)
         return;
-    if (m_desktop.hasTray()) {
-        if (!m_fallback)
-            return;
+    const bool hasTray = m_desktop.hasTray();
+    if (hasTray && m_fallback) {
         // A tray that came late doesn't know the icon yet.
         m_icon.hide();
         m_icon.show();
-        m_fallback.release()->deleteLater();
-    } else if (!m_fallback &&
-               std::chrono::milliseconds(m_sinceStart.elapsed()) >= m_desktop.patience) {
+        closeFallback();
+    } else if (!hasTray && !m_fallback && !m_patience.isActive()) {
         openFallback();
     }
+    if (m_unshown && (hasTray || m_fallback))
+        showNotice(*std::exchange(m_unshown, std::nullopt));
 }
 
 void TrayIcon::openFallback() {
@@ -97,6 +111,14 @@ void TrayIcon::openFallback() {
     });
     m_fallback->setState(m_state, m_toolTip);
     m_fallback->show();
+}
+
+/// The window may be what asked for it.
+void TrayIcon::closeFallback() {
+    if (!m_fallback)
+        return;
+    m_fallback->hide();
+    m_fallback.release()->deleteLater();
 }
 
 void TrayIcon::onActivated(QSystemTrayIcon::ActivationReason reason) {

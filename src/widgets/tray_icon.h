@@ -4,14 +4,15 @@
 #include "platform/keyed_items.h"
 #include "platform/ports.h"
 
-#include <QElapsedTimer>
 #include <QMenu>
 #include <QObject>
 #include <QSystemTrayIcon>
+#include <QTimer>
 
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace kelvrane {
 
@@ -20,7 +21,8 @@ class TrayFallbackWindow;
 /// What the icon asks of the desktop.
 struct TrayDesktop {
     std::function<bool()> hasTray = &QSystemTrayIcon::isSystemTrayAvailable;
-    std::chrono::milliseconds patience = std::chrono::seconds(20); ///< trays may start late
+    /// Trays may start late: so long after the icon is wanted the window stands in.
+    std::chrono::milliseconds patience = std::chrono::seconds(20);
     std::function<bool()> isWayland = {}; ///< asks the platform's name unless set
 };
 
@@ -36,8 +38,8 @@ class TrayIcon : public QObject, public Tray {
     void setState(DayState state, const QString& toolTip) override;
     void notify(const QString& title, const QString& text) override;
 
-    /// Asks whether the desktop has a tray and shows or removes the window that stands in. To be
-    /// called at each tick of the counter.
+    /// Asks whether the desktop has a tray and shows or removes the window that stands in. Runs by
+    /// itself when the patience ends; from then on to be called at each tick of the counter.
     void checkTray();
 
     QMenu* contextMenu() { return &m_contextMenu; }
@@ -48,6 +50,7 @@ class TrayIcon : public QObject, public Tray {
     QSystemTrayIcon& icon() { return m_icon; }
 
   signals:
+    /// The control screen is wanted: by a gesture on the icon or by a click on a notice.
     void activated();
     /// 1: context menu, 2: recent projects.
     void clicked(int button);
@@ -56,7 +59,13 @@ class TrayIcon : public QObject, public Tray {
 
   private:
     void onActivated(QSystemTrayIcon::ActivationReason reason);
+    struct Notice {
+        QString title;
+        QString text;
+    };
+    void showNotice(const Notice& notice);
     void openFallback();
+    void closeFallback();
 
     QMenu m_contextMenu;
     QMenu m_recentMenu;
@@ -64,10 +73,11 @@ class TrayIcon : public QObject, public Tray {
     QSystemTrayIcon m_icon;
     std::unique_ptr<TrayFallbackWindow> m_fallback;
     TrayDesktop m_desktop;
-    QElapsedTimer m_sinceStart;
+    QTimer m_patience;
     bool m_wanted = false;
     DayState m_state = DayState::Stopped;
     QString m_toolTip;
+    std::optional<Notice> m_unshown; ///< waits for the tray, or for the window that stands in
 };
 
 } // namespace kelvrane

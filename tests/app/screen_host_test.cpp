@@ -1,14 +1,19 @@
 #include "app/screen_host.h"
 
 #include <QDialog>
+#include <QEvent>
 #include <QEventLoop>
 #include <QTimer>
 #include <QWidget>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <memory>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 using namespace kelvrane;
 
@@ -18,9 +23,34 @@ int made = 0;
 int unloads = 0;
 std::function<void()> whileMaking;
 
+/// Runs a step once when an event of a type reaches the window, and one when it is destroyed.
+class Window : public QWidget {
+  public:
+    ~Window() override {
+        if (onDestroy)
+            onDestroy();
+    }
+    void once(QEvent::Type type, std::function<void()> step) {
+        m_type = type;
+        m_step = std::move(step);
+    }
+    std::function<void()> onDestroy;
+
+  protected:
+    bool event(QEvent* event) override {
+        if (m_step && event->type() == m_type)
+            std::exchange(m_step, {})();
+        return QWidget::event(event);
+    }
+
+  private:
+    QEvent::Type m_type = QEvent::None;
+    std::function<void()> m_step;
+};
+
 QWidget* Make() {
     ++made;
-    auto* window = new QWidget;
+    auto* window = new Window;
     if (whileMaking)
         whileMaking();
     return window;
@@ -44,6 +74,8 @@ class ScreenHostTest : public ::testing::Test {
         made = unloads = 0;
         whileMaking = {};
     }
+    Window* window(Screen screen) { return static_cast<Window*>(host.widget(screen)); }
+
     ScreenHost host{rows};
 };
 
@@ -150,4 +182,62 @@ TEST_F(ScreenHostTest, AFailedMakingCanBeTriedAgain) {
     whileMaking = {};
     host.show(Screen::frmSTM);
     EXPECT_TRUE(host.isVisible(Screen::frmSTM));
+}
+
+TEST_F(ScreenHostTest, ADialogThatClosesMayDeleteTheOthers) {
+    const std::function<void()> closings[] = {[&] { host.unload(Screen::frmSTM); },
+                                              [&] { host.unloadAll(); }};
+    for (const auto& close : closings) {
+        host.show(Screen::frmSTM);
+        std::vector<QPointer<QDialog>> dialogs(4); // whichever is first: windows have no order
+        for (QPointer<QDialog>& dialog : dialogs) {
+            dialog = new QDialog(host.widget(Screen::frmSTM));
+            QObject::connect(dialog, &QDialog::rejected, dialog, [&dialogs, &dialog] {
+                for (const QPointer<QDialog>& other : dialogs)
+                    if (other != dialog)
+                        delete other;
+            });
+            dialog->open();
+        }
+        close();
+        EXPECT_EQ(std::ranges::count_if(dialogs, [](const auto& dialog) { return !!dialog; }), 1);
+        EXPECT_FALSE(host.isLoaded(Screen::frmSTM));
+        Settle();
+    }
+}
+
+TEST_F(ScreenHostTest, AScreenMayBeUnloadedByWhatShowingOrRaisingItSetsOff) {
+    const auto unload = [&] { host.unload(Screen::frmSTM); };
+    host.show(Screen::frmSTM);
+    QPointer<QWidget> screen = window(Screen::frmSTM);
+    screen->hide();
+    window(Screen::frmSTM)->once(QEvent::Show, unload);
+    host.show(Screen::frmSTM);
+    EXPECT_FALSE(host.isLoaded(Screen::frmSTM));
+
+    host.show(Screen::frmSTM);
+    window(Screen::frmSTM)->showMinimized();
+    window(Screen::frmSTM)->once(QEvent::WindowStateChange, unload);
+    host.bringForward(Screen::frmSTM);
+    EXPECT_FALSE(host.isLoaded(Screen::frmSTM));
+    EXPECT_EQ(unloads, 2);
+    Settle();
+    EXPECT_FALSE(screen);
+}
+
+TEST_F(ScreenHostTest, AScreenThatGoesWithTheHostMayUnloadItselfAndOthers) {
+    auto ending = std::make_unique<ScreenHost>(rows);
+    const auto unloadBoth = [&ending = *ending] {
+        ending.unload(Screen::frmSTM);
+        ending.unload(Screen::frmExit);
+    };
+    for (const Screen screen : {Screen::frmSTM, Screen::frmExit}) {
+        ending->show(screen);
+        static_cast<Window*>(ending->widget(screen))->onDestroy = unloadBoth;
+    }
+    const QPointer<QWidget> first = ending->widget(Screen::frmSTM);
+    const QPointer<QWidget> second = ending->widget(Screen::frmExit);
+    ending.reset();
+    EXPECT_FALSE(first);
+    EXPECT_FALSE(second);
 }

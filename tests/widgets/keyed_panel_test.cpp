@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace kelvrane {
 namespace {
 
@@ -29,8 +31,14 @@ QList<KeyedItem> Rows() {
             {.key = "TOTAL", .caption = "Total:", .value = "1 Hours 5 Minutes"}};
 }
 
+/// A view that is handed an editor of another one, or of a row that is gone, only says so here.
+void FailOnViewWarning(QtMsgType, const QMessageLogContext&, const QString& text) {
+    EXPECT_FALSE(text.contains("QAbstractItemView::")) << text.toStdString();
+}
+
 class KeyedPanelTest : public testing::Test {
   protected:
+    ~KeyedPanelTest() override { qInstallMessageHandler(m_messageHandler); }
     KeyedPanelTest() {
         panel.resize(360, 320);
         panel.show();
@@ -60,6 +68,9 @@ class KeyedPanelTest : public testing::Test {
     QSignalSpy pressed{&items, &KeyedItems::ButtonPressed};
     QSignalSpy clicked{&items, &KeyedItems::Clicked};
     QSignalSpy selected{&items, &KeyedItems::Selected};
+
+  private:
+    const QtMessageHandler m_messageHandler = qInstallMessageHandler(FailOnViewWarning);
 };
 
 TEST_F(KeyedPanelTest, ShowsVisibleRowsInTheirOrderAndHeight) {
@@ -156,6 +167,7 @@ TEST_F(KeyedPanelTest, EditsInPlace) {
     QCoreApplication::processEvents(); // the editor sees the key first
     ASSERT_EQ(edited.size(), 1);
     EXPECT_EQ(edited[0], QVariantList({"NOTES", "a & b"}));
+    EXPECT_EQ(editor("NOTES"), nullptr) << "Enter ends it for good";
 
     panel.setCurrentKey("RATE");
     press(Qt::Key_F2);
@@ -174,6 +186,48 @@ TEST_F(KeyedPanelTest, EditsInPlace) {
     QTest::keyClick(editor("NOTES"), Qt::Key_Tab);
     EXPECT_NE(editor("RATE"), nullptr) << "Tab goes on to the next field";
     EXPECT_EQ(edited.size(), 2) << "what wasn't changed isn't reported";
+}
+
+TEST_F(KeyedPanelTest, ARowThatGoesTakesItsEditorAlong) {
+    QList<KeyedItem> without = Rows();
+    without.removeAt(2);
+    const auto refill = [&] { items.refill(without); };
+    QObject::connect(&items, &KeyedItems::Edited, &panel, refill);
+    QObject::connect(&items, &KeyedItems::Chosen, &panel, refill);
+    const auto chooseFromTheList = [&] {
+        panel.activate("NAME");
+        QTest::keyClick(popup()->list(), Qt::Key_Down);
+        QTest::keyClick(popup()->list(), Qt::Key_Return);
+        CommitOpenEditor();
+    };
+    const struct {
+        const char* what;
+        std::function<void()> end;
+    } rows[] = {
+        {"Enter", [&] { QTest::keyClick(editor("NOTES"), Qt::Key_Return); }},
+        {"Enter and a command",
+         [&] {
+             QTest::keyClick(editor("NOTES"), Qt::Key_Return);
+             CommitOpenEditor();
+         }},
+        {"Tab", [&] { QTest::keyClick(editor("NOTES"), Qt::Key_Tab); }},
+        {"a command", [] { CommitOpenEditor(); }},
+        {"a click on another row", [&] { click("TOTAL"); }},
+        {"a choice", chooseFromTheList},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        items.refill(Rows());
+        edited.clear();
+        panel.activate("NOTES");
+        ASSERT_NE(editor("NOTES"), nullptr);
+        QTest::keyClicks(editor("NOTES"), "typed");
+        row.end();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(editor("NOTES"), nullptr);
+        EXPECT_EQ(edited.count(QVariantList({"NOTES", "typed"})), 1);
+        CommitOpenEditor();
+    }
 }
 
 TEST_F(KeyedPanelTest, PressesTogglesAndSelects) {

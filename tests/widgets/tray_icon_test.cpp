@@ -2,7 +2,9 @@
 #include "widgets/tray_fallback_window.h"
 #include "widgets/tray_icon.h"
 
+#include <QCoreApplication>
 #include <QLabel>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -36,7 +38,7 @@ TEST_F(TrayIconTest, AWindowStandsInWhileThereIsNoTray) {
     tray.checkTray();
     EXPECT_EQ(tray.fallback(), nullptr) << "the icon isn't wanted yet";
     tray.showIcon();
-    tray.checkTray();
+    QCoreApplication::processEvents(); // no tick needs to come
     ASSERT_NE(tray.fallback(), nullptr);
     EXPECT_TRUE(tray.fallback()->isVisible());
 
@@ -60,9 +62,11 @@ TEST_F(TrayIconTest, AWindowStandsInWhileThereIsNoTray) {
 
     tray.fallback()->close();
     ASSERT_NE(tray.fallback(), nullptr);
-    EXPECT_TRUE(tray.fallback()->isVisible()) << "never out of reach";
-    QTest::mouseDClick(tray.fallback(), Qt::LeftButton);
+    EXPECT_TRUE(tray.fallback()->isVisible() && !tray.fallback()->isMinimized())
+        << "never out of reach";
     EXPECT_EQ(activated.size(), 1);
+    QTest::mouseDClick(tray.fallback(), Qt::LeftButton);
+    EXPECT_EQ(activated.size(), 2);
 
     hasTray = true;
     tray.checkTray();
@@ -70,8 +74,15 @@ TEST_F(TrayIconTest, AWindowStandsInWhileThereIsNoTray) {
     hasTray = false;
     tray.checkTray();
     EXPECT_NE(tray.fallback(), nullptr);
-    tray.removeIcon();
+    const QPointer<QWidget> window = tray.fallback();
+    QObject::connect(&tray, &TrayIcon::activated, &tray, &TrayIcon::removeIcon);
+    window->close(); // what it shows may end the program
     EXPECT_EQ(tray.fallback(), nullptr);
+    EXPECT_FALSE(window->isVisible());
+    tray.checkTray();
+    EXPECT_EQ(tray.fallback(), nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(window);
 }
 
 TEST_F(TrayIconTest, TraysThatStartLateAreWaitedFor) {
@@ -79,8 +90,30 @@ TEST_F(TrayIconTest, TraysThatStartLateAreWaitedFor) {
     slow.patience = std::chrono::hours(1);
     TrayIcon patient(&context, &recent, slow);
     patient.showIcon();
+    QCoreApplication::processEvents();
     patient.checkTray();
     EXPECT_EQ(patient.fallback(), nullptr);
+}
+
+TEST_F(TrayIconTest, ANoticeLeadsToTheControlScreen) {
+    emit tray.icon().messageClicked();
+    EXPECT_EQ(activated.size(), 1);
+
+    tray.notify("Kelvrane", "A question waits"); // before anything is there that could show it
+    tray.showIcon();
+    QCoreApplication::processEvents();
+    auto* notice = tray.fallback()->findChild<QLabel*>("notice");
+    ASSERT_TRUE(notice->isVisible());
+    EXPECT_TRUE(notice->text().contains("A question waits"));
+    QTest::mouseClick(notice, Qt::RightButton);
+    QTest::mouseClick(tray.fallback(), Qt::LeftButton, {}, QPoint(2, 2)); // beside it
+    EXPECT_EQ(activated.size(), 1);
+    QTest::mouseClick(notice, Qt::LeftButton);
+    EXPECT_EQ(activated.size(), 2);
+    EXPECT_FALSE(notice->isVisible());
+
+    tray.notify("Kelvrane", "And another");
+    EXPECT_TRUE(notice->isVisible());
 }
 
 TEST_F(TrayIconTest, Gestures) {
