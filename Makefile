@@ -2,7 +2,8 @@
 SHELL := /bin/bash
 .DEFAULT_GOAL := help
 .PHONY: help run test tour install uninstall package check-package bench sanitize fuzz format check-format clean \
-        setup-build setup-test setup-package setup-packtest setup-bench setup-fuzz setup-lint
+        setup-build setup-test setup-package setup-packtest setup-bench setup-fuzz setup-lint \
+        setup-fresh check-fresh
 
 # Set on the command line: make run ARGS=debug, make install PREFIX=$HOME/.local
 ARGS ?=
@@ -46,6 +47,9 @@ check-package: setup-packtest package ## install, run and purge that .deb in a f
 	lintian build/release/package/*.deb
 	tools/check_package.sh build/release/package/*.deb
 
+check-fresh: setup-fresh ## make test and make run in a bare Debian 12 and a bare 13; needs root
+	tools/check_fresh.sh
+
 bench: setup-build setup-bench build/release/build.ninja ## measure against the floors
 	cmake --preset release -DKELVRANE_BENCH=ON
 	cmake --build --preset release --target kelvrane kelvrane_bench prepare_folder empty_window
@@ -74,7 +78,7 @@ check-format: setup-lint ## fail where a source isn't formatted
 clean: ## remove everything that was built
 	rm -rf build out
 
-setup-build setup-test setup-package setup-packtest setup-bench setup-fuzz setup-lint: setup-%:
+setup-build setup-test setup-package setup-packtest setup-bench setup-fuzz setup-lint setup-fresh: setup-%:
 	@tools/setup.sh $*
 
 # A changed CMakeLists.txt is Ninja's business; a changed preset is ours.
