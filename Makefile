@@ -30,7 +30,8 @@ test: setup-build setup-test build/release/build.ninja ## build everything and r
 
 tour: setup-build build/release/build.ninja ## a scripted day on the real screens; pictures in out/tour
 	cmake --build --preset release --target tour
-	QT_QPA_PLATFORM=offscreen build/release/tools/tour/tour out/tour
+	QT_QPA_PLATFORM=offscreen FONTCONFIG_FILE=$(CURDIR)/build/release/fonts.conf TZ=UTC LC_ALL=C.UTF-8 \
+	    build/release/tools/tour/tour out/tour
 
 install: setup-build build/release/build.ninja ## build and install; PREFIX (/usr/local) and DESTDIR as usual
 	cmake --build --preset release --target installable
@@ -39,7 +40,7 @@ install: setup-build build/release/build.ninja ## build and install; PREFIX (/us
 uninstall: ## remove what the last make install put there; data of users stays
 	tools/install.sh uninstall build/release
 
-package: setup-build setup-package build/release/build.ninja ## a .deb for Debian 12 in build/release/package
+package: setup-build setup-package build/release/build.ninja ## a .deb for this Debian in build/release/package
 	cmake --build --preset release --target installable
 	cpack --config build/release/CPackConfig.cmake
 
