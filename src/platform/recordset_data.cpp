@@ -301,8 +301,7 @@ void Recordset::Data::findByKey(const QString& text) {
         reachFirst(); // an empty table has no row to begin from
     if (cursor.where == Where::Before)
         Raise(errors::NoCurrentRecord);
-    place(found ? Where::Row : Where::After);
-    cursor.lone = std::move(found);
+    cursor = {.where = found ? Where::Row : Where::After, .lone = std::move(found)};
 }
 
 } // namespace kelvrane

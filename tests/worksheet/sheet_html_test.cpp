@@ -468,8 +468,8 @@ TEST(SheetHtml, HostilePagesAreRefusedOrRead) {
          false},
         {"other rules", "<style>" + many(".a,", 2'000'000) + "b{}</style><table><td class=a>1",
          false},
-        {"a long rule for a million selectors",
-         "<style>" + manySelectors(1'000'000) + "a{" + many("color:red;", 400) +
+        {"a long rule for many selectors",
+         "<style>" + manySelectors(300'000) + "a{" + many("color:red;", 400) +
              "}</style><table><td class=s9>1",
          false},
         {"an open rule", "<style>.a{" + many("(\"\\", 1'000'000) + "</style><table><td>1", false},
