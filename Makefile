@@ -2,7 +2,8 @@
 SHELL := /bin/bash
 .DEFAULT_GOAL := help
 .PHONY: help run test tour install uninstall package check-package bench sanitize fuzz format check-format clean \
-        setup-build setup-test setup-package setup-packtest setup-bench setup-fuzz setup-lint
+        setup-build setup-test setup-package setup-packtest setup-bench setup-fuzz setup-lint \
+        setup-fresh check-fresh
 
 # Set on the command line: make run ARGS=debug, make install PREFIX=$HOME/.local
 ARGS ?=
@@ -29,7 +30,8 @@ test: setup-build setup-test build/release/build.ninja ## build everything and r
 
 tour: setup-build build/release/build.ninja ## a scripted day on the real screens; pictures in out/tour
 	cmake --build --preset release --target tour
-	QT_QPA_PLATFORM=offscreen build/release/tools/tour/tour out/tour
+	QT_QPA_PLATFORM=offscreen FONTCONFIG_FILE=$(CURDIR)/build/release/fonts.conf TZ=UTC LC_ALL=C.UTF-8 \
+	    build/release/tools/tour/tour out/tour
 
 install: setup-build build/release/build.ninja ## build and install; PREFIX (/usr/local) and DESTDIR as usual
 	cmake --build --preset release --target installable
@@ -38,13 +40,16 @@ install: setup-build build/release/build.ninja ## build and install; PREFIX (/us
 uninstall: ## remove what the last make install put there; data of users stays
 	tools/install.sh uninstall build/release
 
-package: setup-build setup-package build/release/build.ninja ## a .deb for Debian 12 in build/release/package
+package: setup-build setup-package build/release/build.ninja ## a .deb for this Debian in build/release/package
 	cmake --build --preset release --target installable
 	cpack --config build/release/CPackConfig.cmake
 
 check-package: setup-packtest package ## install, run and purge that .deb in a fresh Debian 12; needs root
 	lintian build/release/package/*.deb
 	tools/check_package.sh build/release/package/*.deb
+
+check-fresh: setup-fresh ## make test and make run in a bare Debian 12 and a bare 13; needs root
+	tools/check_fresh.sh
 
 bench: setup-build setup-bench build/release/build.ninja ## measure against the floors
 	cmake --preset release -DKELVRANE_BENCH=ON
@@ -74,7 +79,7 @@ check-format: setup-lint ## fail where a source isn't formatted
 clean: ## remove everything that was built
 	rm -rf build out
 
-setup-build setup-test setup-package setup-packtest setup-bench setup-fuzz setup-lint: setup-%:
+setup-build setup-test setup-package setup-packtest setup-bench setup-fuzz setup-lint setup-fresh: setup-%:
 	@tools/setup.sh $*
 
 # A changed CMakeLists.txt is Ninja's business; a changed preset is ours.

@@ -181,14 +181,13 @@ Worksheet& thousandFormulas() {
     static Worksheet sheet;
     if (!sheet.contents().cells.isEmpty())
         return sheet;
-    sheet.beginChanges();
+    const Worksheet::Changes changes(sheet);
     sheet.enter({0, 0}, QStringLiteral("1"));
     for (int i = 0; i < formulas; ++i)
         sheet.enter({1 + i % 200, i / 200},
                     i % 2 == 0
                         ? QStringLiteral("=$A$1*%1").arg(i + 2)
                         : QStringLiteral("=SUM(%1:%1)+$A$1").arg(AddressText({i % 200, i / 200})));
-    sheet.endChanges();
     return sheet;
 }
 

@@ -66,7 +66,7 @@ install(FILES ${desktop_files}/copyright ${CMAKE_SOURCE_DIR}/docs/data.md
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kelvrane)
 
 # The package. dpkg-shlibdeps finds the libraries; the plugins that Qt opens by name are ours to
-# name.
+# name, and so is the font of sheets.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kelvrane)
 set(CPACK_PACKAGE_VENDOR "Brindlemoor-Ware")
@@ -86,7 +86,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6sql6-sqlite")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, libqt6sql6-sqlite")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
     "ca-certificates, hicolor-icon-theme, qt6-wayland, shared-mime-info, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "cups, gstreamer1.0-plugins-good")

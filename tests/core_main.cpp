@@ -1,9 +1,11 @@
+#include "support/surroundings.h"
+
 #include <QGuiApplication>
 
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const kelvrane::testing::Surroundings surroundings;
     testing::InitGoogleTest(&argc, argv);
     QGuiApplication application(argc, argv);
     return RUN_ALL_TESTS();

@@ -9,6 +9,7 @@
 #include <QSqlRecord>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace kelvrane {
@@ -301,18 +302,18 @@ void Recordset::Data::deleteByKey(qint64 key) {
 
 void Recordset::Data::findByKey(const QString& text) {
     // From the current row on, that row included, but nothing in front of it.
-    const std::optional<Row> current = cursor.lone;
+    const bool hasCurrent = cursor.lone.has_value();
+    const qint64 first = hasCurrent ? cursor.lone->key : std::numeric_limits<qint64>::min();
     const double number = IsNumeric(text) ? ToDouble(text) : 0.5; // no key
     const auto key = static_cast<qint64>(number);
     std::optional<Row> found;
-    if (static_cast<double>(key) == number && (!current || key >= current->key))
+    if (static_cast<double>(key) == number && key >= first)
         found = oneRow(QStringLiteral(" WHERE ") + keyName + QStringLiteral(" = ?"), key);
-    if (!found && !current)
+    if (!found && !hasCurrent)
         reachFirst(); // an empty table has no row to begin from
     if (cursor.where == Where::Before)
         Raise(errors::NoCurrentRecord);
-    place(found ? Where::Row : Where::After);
-    cursor.lone = std::move(found);
+    cursor = {.where = found ? Where::Row : Where::After, .lone = std::move(found)};
 }
 
 } // namespace kelvrane

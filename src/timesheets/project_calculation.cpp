@@ -13,8 +13,6 @@
 #include "timevalues/time_values.h"
 #include "worksheet/spreadsheet.h"
 
-#include <QScopeGuard>
-
 namespace kelvrane {
 
 namespace {
@@ -39,9 +37,8 @@ void writeHours(SheetContext& context, Recordset& rows, int project, const QStri
 
 void writeProject(SheetContext& context, Connection& history, int project, QDate endDate,
                   const QString& increment, CalculationErrors& errors) {
-    Worksheet& sheet = context.sheet.worksheet();
-    sheet.beginChanges(); // the totals are computed once for the whole row
-    const auto done = qScopeGuard([&sheet] { sheet.endChanges(); });
+    // The totals are computed once for the whole row.
+    const Worksheet::Changes changes(context.sheet.worksheet());
     const SSVariable& name = SSVariables[anchor::Name];
     const SSVariable& number = SSVariables[anchor::Number];
     errors.step([&] {

@@ -182,7 +182,7 @@ void SheetGrid::showEditing() {
     }
     const CellStyle& style = m_session->sheet().worksheet().style(m_session->active());
     const SheetContents& contents = m_session->contents();
-    QFont font(style.fontFamily.isEmpty() ? contents.fontFamily : style.fontFamily);
+    QFont font = SheetFont(style.fontFamily.isEmpty() ? contents.fontFamily : style.fontFamily);
     font.setPixelSize(std::max(1, qRound(ShownPointSize(contents, style) * pixelsPerPoint)));
     font.setBold(style.bold);
     font.setItalic(style.italic);

@@ -2,6 +2,8 @@
 
 #include "worksheet/number_format.h"
 
+#include <QFontInfo>
+#include <QFontMetricsF>
 #include <QPainter>
 
 #include <algorithm>
@@ -25,6 +27,57 @@ bool IsGeneral(const QString& format) {
     return format.isEmpty() || format.compare(QLatin1String("General"), Qt::CaseInsensitive) == 0;
 }
 
+/// Above and below the base line; of a stand-in in sizes of the font, else in its pixels.
+struct LineMetrics {
+    double ascent;
+    double descent;
+};
+
+/// A family that is always there: the program depends on it. Its metrics are those of its file.
+struct StandIn {
+    QLatin1String family;
+    LineMetrics metrics;
+};
+constexpr StandIn sans{QLatin1String("Liberation Sans"), {1854 / 2048.0, 434 / 2048.0}};
+constexpr StandIn serif{QLatin1String("Liberation Serif"), {1825 / 2048.0, 443 / 2048.0}};
+constexpr StandIn mono{QLatin1String("Liberation Mono"), {1705 / 2048.0, 615 / 2048.0}};
+
+/// What is shown for a family that isn't there: another of the same widths, else the stand-in.
+struct Substitute {
+    QLatin1String family;
+    const StandIn& standIn;
+    QLatin1String sameWidths;
+};
+constexpr Substitute substitutes[] = {
+    {QLatin1String("Calibri"), sans, QLatin1String("Carlito")},
+    {QLatin1String("Cambria"), serif, QLatin1String("Caladea")},
+    {QLatin1String("Courier"), mono, {}},
+    {QLatin1String("Courier New"), mono, {}},
+    {QLatin1String("Georgia"), serif, QLatin1String("Gelasio")},
+    {QLatin1String("Times"), serif, {}},
+    {QLatin1String("Times New Roman"), serif, {}},
+    {QLatin1String("monospace"), mono, {}},
+    {QLatin1String("serif"), serif, {}},
+};
+
+Substitute SubstituteOf(const QString& family) {
+    for (const Substitute& row : substitutes)
+        if (family.compare(row.family, Qt::CaseInsensitive) == 0)
+            return row;
+    return {{}, sans, {}};
+}
+
+/// The font's own; the stand-in's for every substitute, so that rows are equally high with all.
+LineMetrics MetricsOf(const QFont& font) {
+    const double size = font.pixelSize();
+    if (QFontInfo(font).family().compare(font.family(), Qt::CaseInsensitive) != 0) {
+        const auto& [ascent, descent] = SubstituteOf(font.family()).standIn.metrics;
+        return {ascent * size, descent * size};
+    }
+    const QFontMetricsF metrics(font);
+    return {metrics.ascent(), metrics.descent()};
+}
+
 double RoundedTo(double number, int digits) {
     return QString::number(number, 'g', digits).toDouble();
 }
@@ -36,6 +89,17 @@ double ShownPointSize(const SheetContents& contents, const CellStyle& style) {
     return std::clamp(size, leastPointSize, largestPointSize);
 }
 
+QFont SheetFont(const QString& family) {
+    const Substitute substitute = SubstituteOf(family);
+    QStringList families{family};
+    if (!substitute.sameWidths.isEmpty())
+        families << substitute.sameWidths;
+    families << substitute.standIn.family;
+    QFont font;
+    font.setFamilies(families);
+    return font;
+}
+
 const QFont& CellFonts::font(const CellStyle& style) {
     const QString& family = style.fontFamily.isEmpty() ? m_contents.fontFamily : style.fontFamily;
     const int pixels = static_cast<int>(
@@ -44,7 +108,7 @@ const QFont& CellFonts::font(const CellStyle& style) {
     const QString key = family + QLatin1Char('/') + QString::number(pixels * 8 + marks);
     if (const auto known = m_fonts.constFind(key); known != m_fonts.cend())
         return *known;
-    QFont font(family);
+    QFont font = SheetFont(family);
     font.setPixelSize(pixels);
     font.setBold(style.bold);
     font.setItalic(style.italic);
@@ -64,12 +128,13 @@ CellText::CellText(const QString& text, const QFont& font, double width) {
     option.setWrapMode(width < 0 ? QTextOption::NoWrap : QTextOption::WrapAtWordBoundaryOrAnywhere);
     m_layout.setTextOption(option);
     const double lineWidth = width < 0 ? endlessLine : std::max(width, 1.0) * layoutScale;
+    const LineMetrics metrics = MetricsOf(font);
     double y = 0;
     m_layout.beginLayout();
     for (QTextLine line = m_layout.createLine(); line.isValid(); line = m_layout.createLine()) {
         line.setLineWidth(lineWidth);
-        line.setPosition({0, y});
-        y += line.height();
+        line.setPosition({0, y + metrics.ascent - line.ascent()});
+        y += metrics.ascent + metrics.descent;
         m_width = std::max(m_width, line.naturalTextWidth() / layoutScale);
     }
     m_layout.endLayout();

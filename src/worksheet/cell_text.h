@@ -16,6 +16,10 @@ namespace kelvrane {
 inline constexpr int CellPadX = 3;
 inline constexpr int CellPadY = 1;
 
+/// The font of a family. Where the machine doesn't have it, one of the same widths, else one of
+/// those that the program depends on, so that a sheet looks the same on every machine.
+QFont SheetFont(const QString& family);
+
 /// Bold, italic and underline included; the size in CSS pixels times the layout's scale.
 class CellFonts {
   public:
@@ -29,7 +33,9 @@ class CellFonts {
 
 class CellText {
   public:
-    /// Breaks at line feeds, and at the width when it isn't negative. Sizes in CSS pixels.
+    /// Breaks at line feeds, and at the width when it isn't negative. Sizes in CSS pixels. A line
+    /// is as high as the font asks, whatever fonts its letters come from; a font that the machine
+    /// doesn't have asks the same everywhere.
     CellText(const QString& text, const QFont& font, double width);
 
     double width() const { return m_width; }

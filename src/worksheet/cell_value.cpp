@@ -1,5 +1,9 @@
 #include "worksheet/cell_value.h"
 
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+#include <QTimeZone>
+#endif
+
 #include <array>
 #include <cmath>
 
@@ -27,6 +31,15 @@ constexpr QDate firstDay() {
 }
 constexpr double millisecondsOfDay = 86'400'000.0;
 constexpr qint64 secondsOfDay = 86'400;
+
+// UTC stands for "no zone": local clocks skip an hour in spring.
+QDateTime withoutZone(QDate date, QTime time) {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    return {date, time, QTimeZone(QTimeZone::UTC)};
+#else
+    return {date, time, Qt::UTC};
+#endif
+}
 
 } // namespace
 
@@ -64,9 +77,8 @@ QDateTime MomentOfSerial(double serial) {
     const QDate date = firstDay().addDays(day);
     if (date.year() < 1 || date.year() > 9999)
         return {};
-    // UTC stands for "no zone": local clocks skip an hour in spring.
-    return QDateTime(
-        date, QTime::fromMSecsSinceStartOfDay(int(seconds - day * secondsOfDay) * 1000), Qt::UTC);
+    return withoutZone(date,
+                       QTime::fromMSecsSinceStartOfDay(int(seconds - day * secondsOfDay) * 1000));
 }
 
 } // namespace kelvrane

@@ -11,7 +11,8 @@ namespace kelvrane {
 namespace {
 
 constexpr qsizetype mostRules = 65'536;
-constexpr qsizetype longestRule = 4096; ///< bytes of declarations for one selector
+constexpr qsizetype longestSelector = 4096; ///< bytes
+constexpr int largestSide = 4000;           ///< CSS pixels; what a page asks beyond it is cut
 constexpr double largestFont = 409;
 constexpr double pixelsToPoints = 0.75;
 
@@ -157,7 +158,7 @@ void readNumberFormat(CssBox& box, QByteArrayView value) {
 
 void readSide(std::optional<int>& side, QByteArrayView value) {
     if (const auto length = ReadCssLength(value))
-        side = pixels(*length, LargestCellSide);
+        side = pixels(*length, largestSide);
 }
 
 struct Property {
@@ -192,6 +193,37 @@ constexpr Property properties[] = {
     {"width", [](CssBox& box, QByteArrayView value) { readSide(box.width, value); }},
 };
 
+/// Calls the visitor with a function for each member that a declaration can set, in a fixed order.
+template <typename Visit>
+void forEachMember(Visit visit) {
+    const auto inStyle = [&](auto... members) {
+        (visit([members](auto& box) -> auto& { return box.style.*members; }), ...);
+    };
+    inStyle(&CellStyle::fontFamily, &CellStyle::pointSize, &CellStyle::bold, &CellStyle::italic,
+            &CellStyle::underline, &CellStyle::ink, &CellStyle::fill, &CellStyle::horizontal,
+            &CellStyle::vertical, &CellStyle::wraps, &CellStyle::indent, &CellStyle::left,
+            &CellStyle::top, &CellStyle::right, &CellStyle::bottom, &CellStyle::numberFormat);
+    visit([](auto& box) -> auto& { return box.width; });
+    visit([](auto& box) -> auto& { return box.height; });
+    visit([](auto& box) -> auto& { return box.isHidden; });
+}
+
+/// A box that differs from a bare one in every member.
+CssBox unlikeBare() {
+    CssBox box;
+    CellStyle& style = box.style;
+    style.fontFamily = style.numberFormat = QStringLiteral("-");
+    style.pointSize = style.indent = -1;
+    style.bold = style.italic = style.underline = style.wraps = true;
+    style.ink = style.fill = ~CellStyle::NoColor;
+    style.horizontal = HorizontalAlign::Right;
+    style.vertical = VerticalAlign::Top;
+    style.left.width = style.top.width = style.right.width = style.bottom.width = -1;
+    box.width = box.height = -1;
+    box.isHidden = true;
+    return box;
+}
+
 } // namespace
 
 void ReadDeclarations(QByteArrayView declarations, CssBox& box) {
@@ -208,6 +240,30 @@ void ReadDeclarations(QByteArrayView declarations, CssBox& box) {
         if (property != std::end(properties) && property->name == lower && !value.isEmpty())
             property->read(box, value);
     }
+}
+
+CssChanges::CssChanges(QByteArrayView declarations) {
+    // Read over two boxes that differ in every member: where they agree afterwards, it was set.
+    CssBox other = unlikeBare();
+    ReadDeclarations(declarations, m_box);
+    ReadDeclarations(declarations, other);
+    forEachMember([&, bit = 1U](auto member) mutable {
+        m_changed |= member(m_box) == member(other) ? bit : 0;
+        bit <<= 1;
+    });
+}
+
+void CssChanges::apply(CssBox& box) const {
+    forEachMember([&, bit = 1U](auto member) mutable {
+        if (m_changed & bit)
+            member(box) = member(m_box);
+        bit <<= 1;
+    });
+}
+
+void CssChanges::add(const CssChanges& later) {
+    later.apply(m_box);
+    m_changed |= later.m_changed;
 }
 
 QRgb ReadCssColor(QByteArrayView text) {
@@ -270,7 +326,7 @@ void StyleSheet::add(QByteArrayView css) {
     while (!css.isEmpty()) {
         css = css.trimmed();
         if (css.startsWith("/*")) {
-            const qsizetype end = css.indexOf("*/");
+            const qsizetype end = css.indexOf("*/", 2);
             css = end < 0 ? QByteArrayView() : css.sliced(end + 2);
             continue;
         }
@@ -288,24 +344,23 @@ void StyleSheet::add(QByteArrayView css) {
 }
 
 void StyleSheet::addRule(QByteArrayView selectors, QByteArrayView declarations) {
-    if (declarations.size() > longestRule)
-        return;
+    const CssChanges changes(declarations);
     while (!selectors.isEmpty()) {
-        const QByteArray selector = TakeTo(',', selectors).toByteArray();
-        const bool known = m_rules.contains(selector);
-        if (selector.isEmpty() || selector.size() > longestRule || selector.contains(' ') ||
-            (!known && m_rules.size() >= mostRules))
+        const QByteArrayView selector = TakeTo(',', selectors);
+        if (selector.isEmpty() || selector.size() > longestSelector || selector.contains(' '))
             continue;
-        QByteArray& rule = m_rules[selector];
-        if (rule.size() + declarations.size() < longestRule)
-            rule.append(declarations).append(';');
+        const QByteArray key = selector.toByteArray();
+        if (const auto known = m_rules.find(key); known != m_rules.end())
+            known->add(changes);
+        else if (m_rules.size() < mostRules)
+            m_rules.insert(key, changes);
     }
 }
 
 void StyleSheet::applyRule(const QByteArray& selector, CssBox& box) const {
     const auto rule = m_rules.constFind(selector);
     if (rule != m_rules.cend())
-        ReadDeclarations(*rule, box);
+        rule->apply(box);
 }
 
 void StyleSheet::apply(QByteArrayView element, QByteArrayView classes, CssBox& box) const {

@@ -34,8 +34,6 @@ struct CssBox {
     bool isHidden = false;
 };
 
-inline constexpr int LargestCellSide = 4000; ///< CSS pixels; what a page asks beyond it is cut
-
 /// Changes what the declarations name; anything that can't be read is passed over.
 void ReadDeclarations(QByteArrayView declarations, CssBox& box);
 /// "#f00", "#ff0000", "rgb(255, 0, 0)", "red"; NoColor for "transparent" and for what is no colour.
@@ -43,7 +41,21 @@ QRgb ReadCssColor(QByteArrayView text);
 /// "12pt", "16px", "1in", "16" in CSS pixels; nothing for a percentage and what is no length.
 std::optional<double> ReadCssLength(QByteArrayView text);
 
+/// What one rule changes, read once: applying it costs the same however long its text is.
+class CssChanges {
+  public:
+    CssChanges() = default;
+    explicit CssChanges(QByteArrayView declarations);
+    void apply(CssBox& box) const;
+    void add(const CssChanges& later);
+
+  private:
+    quint32 m_changed = 0; ///< bit by bit the members that m_box holds
+    CssBox m_box;
+};
+
 /// The rules of a page for single elements and classes; rules for anything else are passed over.
+/// Reading takes time by the length of the text, applying by the number of classes.
 class StyleSheet {
   public:
     /// The text of a style element.
@@ -56,7 +68,7 @@ class StyleSheet {
     void addRule(QByteArrayView selectors, QByteArrayView declarations);
     void applyRule(const QByteArray& selector, CssBox& box) const;
 
-    QHash<QByteArray, QByteArray> m_rules; ///< declarations by "td", ".s1", "td.s1"
+    QHash<QByteArray, CssChanges> m_rules; ///< by "td", ".s1", "td.s1"
 };
 
 } // namespace kelvrane

@@ -34,7 +34,7 @@ QString SheetRange::Value() const {
 
 void SheetRange::setValue(const QString& text) const {
     Worksheet& sheet = m_sheet->worksheet();
-    sheet.beginChanges();
+    const Worksheet::Changes changes(sheet);
     for (int row = m_range.first.row; row <= m_range.last.row; ++row)
         for (int column = m_range.first.column; column <= m_range.last.column; ++column) {
             const CellAddress cell{row, column};
@@ -42,16 +42,14 @@ void SheetRange::setValue(const QString& text) const {
             if (!held.formula.isEmpty() || valueText(held.value, held.style) != text)
                 sheet.enter(cell, text);
         }
-    sheet.endChanges();
 }
 
 void SheetRange::setValue(double number) const {
     Worksheet& sheet = m_sheet->worksheet();
-    sheet.beginChanges();
+    const Worksheet::Changes changes(sheet);
     for (int row = m_range.first.row; row <= m_range.last.row; ++row)
         for (int column = m_range.first.column; column <= m_range.last.column; ++column)
             sheet.setValue({row, column}, number);
-    sheet.endChanges();
 }
 
 QString SheetRange::Formula() const {
@@ -61,12 +59,11 @@ QString SheetRange::Formula() const {
 
 void SheetRange::setFormula(const QString& formula) const {
     Worksheet& sheet = m_sheet->worksheet();
-    sheet.beginChanges();
+    const Worksheet::Changes changes(sheet);
     for (int row = m_range.first.row; row <= m_range.last.row; ++row)
         for (int column = m_range.first.column; column <= m_range.last.column; ++column)
             sheet.enter({row, column}, ShiftedFormula(formula, row - m_range.first.row,
                                                       column - m_range.first.column));
-    sheet.endChanges();
 }
 
 void SheetRange::setNumberFormat(const QString& format) const {
@@ -117,9 +114,13 @@ void Spreadsheet::setViewableRange(const QString& rows) {
 
 void Spreadsheet::edit(const std::function<void(Worksheet&)>& change) {
     const SheetContents before = m_worksheet.contents();
-    m_worksheet.beginChanges();
-    change(m_worksheet);
-    m_worksheet.endChanges();
+    try {
+        const Worksheet::Changes changes(m_worksheet);
+        change(m_worksheet);
+    } catch (...) {
+        m_worksheet.setContents(before);
+        throw;
+    }
     if (m_worksheet.contents() == before)
         return;
     m_steps.resize(m_steps.size() - std::exchange(m_undone, 0));

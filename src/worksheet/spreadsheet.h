@@ -64,7 +64,8 @@ class Spreadsheet : public QObject {
     const Worksheet& worksheet() const { return m_worksheet; }
 
     // What the user does. Each is one step of undo, and signals Edited.
-    /// Runs the change as one step.
+    /// Runs the change as one step. What the change raises goes on, and the sheet is then as it
+    /// was.
     void edit(const std::function<void(Worksheet&)>& change);
     bool canUndo() const { return m_undone < m_steps.size(); }
     bool canRedo() const { return m_undone > 0; }

@@ -6,6 +6,7 @@
 #include "worksheet/typed_value.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 namespace kelvrane {
@@ -172,31 +173,29 @@ void Worksheet::setStyle(CellAddress cell, const CellStyle& style) {
 }
 
 void Worksheet::changeStyle(const CellRange& range, const std::function<void(CellStyle&)>& change) {
-    beginChanges();
+    const Changes changes(*this);
     for (int row = range.first.row; row <= range.last.row; ++row)
         for (int column = range.first.column; column <= range.last.column; ++column) {
             CellStyle style = this->style({row, column});
             change(style);
             setStyle({row, column}, style);
         }
-    endChanges();
 }
 
 void Worksheet::clearValues(const CellRange& range) {
-    beginChanges();
+    const Changes changes(*this);
     QList<CellAddress> filled;
     for (auto cell = m_contents.cells.constBegin(); cell != m_contents.cells.constEnd(); ++cell)
         if (range.contains(cell.key()))
             filled.append(cell.key());
     for (const CellAddress cell : filled)
         setValue(cell, {});
-    endChanges();
 }
 
 void Worksheet::setCell(CellAddress cell, const Cell& contents) {
     if (!isInSheet(cell) || m_contents.cells.value(cell) == contents)
         return;
-    beginChanges();
+    const Changes changes(*this);
     if (m_formulas.erase(cell) > 0)
         m_graph.remove(cell);
     if (contents.isBare())
@@ -206,11 +205,10 @@ void Worksheet::setCell(CellAddress cell, const Cell& contents) {
     if (!contents.formula.isEmpty())
         takeFormula(cell, contents.formula);
     touch(cell);
-    endChanges();
 }
 
 void Worksheet::merge(const CellRange& range) {
-    beginChanges();
+    const Changes changes(*this);
     unmerge(range);
     for (int row = range.first.row; row <= range.last.row; ++row)
         for (int column = range.first.column; column <= range.last.column; ++column)
@@ -219,29 +217,25 @@ void Worksheet::merge(const CellRange& range) {
     if (range.first != range.last)
         m_contents.merges.append(range);
     m_layoutTouched = true;
-    endChanges();
 }
 
 void Worksheet::unmerge(const CellRange& range) {
-    beginChanges();
+    const Changes changes(*this);
     if (m_contents.merges.removeIf(
             [&](const CellRange& merge) { return merge.intersects(range); }) > 0)
         m_layoutTouched = true;
-    endChanges();
 }
 
 void Worksheet::setColumnWidth(int column, int pixels) {
-    beginChanges();
+    const Changes changes(*this);
     m_contents.columnWidths.insert(column, std::clamp(pixels, fewestPixels, mostPixels));
     m_layoutTouched = true;
-    endChanges();
 }
 
 void Worksheet::setRowHeight(int row, int pixels) {
-    beginChanges();
+    const Changes changes(*this);
     m_contents.rowHeights.insert(row, std::clamp(pixels, fewestPixels, mostPixels));
     m_layoutTouched = true;
-    endChanges();
 }
 
 void Worksheet::changeStructure(const StructureChange& change) {
@@ -272,13 +266,23 @@ void Worksheet::changeStructure(const StructureChange& change) {
     setContents(moved);
 }
 
-void Worksheet::beginChanges() {
-    ++m_openChanges;
+Worksheet::Changes::Changes(Worksheet& sheet)
+    : m_sheet(sheet), m_exceptions(std::uncaught_exceptions()) {
+    ++m_sheet.m_openChanges;
 }
 
-void Worksheet::endChanges() {
-    if (--m_openChanges == 0)
-        flush();
+Worksheet::Changes::~Changes() noexcept(false) {
+    if (--m_sheet.m_openChanges > 0)
+        return;
+    if (std::uncaught_exceptions() == m_exceptions) {
+        m_sheet.flush();
+        return;
+    }
+    try {
+        m_sheet.flush();
+    } catch (...) {
+        // The exception under way says what went wrong first; a second one would end the program.
+    }
 }
 
 CellRange Worksheet::usedRange() const {

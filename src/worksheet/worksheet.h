@@ -54,9 +54,19 @@ class Worksheet : public QObject, private FormulaCells {
     void setRowHeight(int row, int pixels);
     void changeStructure(const StructureChange& change);
 
-    /// Collects the changes between begin and end into one recomputation and one signal.
-    void beginChanges();
-    void endChanges();
+    /// Collects the changes made while it lives into one recomputation and one signal. They come
+    /// at its end, an exception's way out included; what they raise themselves then gives way to
+    /// it.
+    class Changes {
+      public:
+        explicit Changes(Worksheet& sheet);
+        ~Changes() noexcept(false);
+        Q_DISABLE_COPY_MOVE(Changes)
+
+      private:
+        Worksheet& m_sheet;
+        int m_exceptions;
+    };
 
   signals:
     void Changed(const kelvrane::CellRange& range); ///< values or styles, dependents included

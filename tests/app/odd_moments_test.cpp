@@ -109,6 +109,12 @@ class OddMoments : public ::testing::Test {
         });
         loop.exec();
     }
+    /// As a click on its frame does.
+    static void activate(QWidget* window) {
+        window->activateWindow();
+        QApplication::processEvents();
+        ASSERT_EQ(QApplication::activeWindow(), window);
+    }
     StartResult begin(const QString& commandText = {}) {
         program.reset();
         globals = {};
@@ -308,7 +314,7 @@ TEST_F(OddMoments, TheCountdownRunsOutBehindABox) {
             StartProjectByName("Alpha");
             passMinutes(30);
             ASSERT_TRUE(program->screens().isVisible(Screen::frmExit));
-            QApplication::setActiveWindow(screen(odd.below));
+            activate(screen(odd.below));
             boxes.seen = 0;
             boxes.next([this](QWidget*) { passMinutes(18); });
             odd.ask();
@@ -333,7 +339,7 @@ TEST_F(OddMoments, ScreensGoBehindTheirOwnBoxes) {
         StartProjectByName("Alpha");
         passMinutes(5);
         ports.screens->show(Screen::frmDataBase);
-        QApplication::setActiveWindow(screen(Screen::frmDataBase));
+        activate(screen(Screen::frmDataBase));
         for (int step = 0; step < 2; ++step)
             Manager().buttons.click("CmdUp");
         const int before = boxes.seen;
@@ -345,7 +351,7 @@ TEST_F(OddMoments, ScreensGoBehindTheirOwnBoxes) {
         EXPECT_EQ(DayEntries.size(), 1);
 
         TrayMenuClick("mnuSystrayViewProjectInfo");
-        QApplication::setActiveWindow(screen(Screen::frmSTM));
+        activate(screen(Screen::frmSTM));
         boxes.next([](QWidget*) { QuitAndSaveDay(); });
         DeleteDayEntry(0);
         EXPECT_TRUE(DayStopped);

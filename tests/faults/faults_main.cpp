@@ -1,3 +1,5 @@
+#include "support/surroundings.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 
@@ -9,6 +11,7 @@ int main(int argc, char** argv) {
     // leaves behind is the same there as on a disk.
     if (QFileInfo(QStringLiteral("/dev/shm")).isWritable())
         qputenv("TMPDIR", "/dev/shm");
+    const kelvrane::testing::Surroundings surroundings;
     testing::InitGoogleTest(&argc, argv);
     QCoreApplication application(argc, argv);
     return RUN_ALL_TESTS();

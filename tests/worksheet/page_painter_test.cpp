@@ -265,6 +265,27 @@ TEST(PaintCells, WrappedTextHasItsHeight) {
     EXPECT_GT(WantedRowHeight(contents, 1), 2 * 13);
 }
 
+TEST(PaintCells, FontsOfOtherMachinesMeasureAlike) {
+    const auto measured = [](const char* family, const QString& text) {
+        SheetContents contents;
+        Cell cell = TextCell(text);
+        cell.style.fontFamily = QString::fromLatin1(family);
+        cell.style.pointSize = 14;
+        contents.cells.insert({0, 0}, cell);
+        return QSize(WantedColumnWidth(contents, 0), WantedRowHeight(contents, 0));
+    };
+    const QString text = QStringLiteral("First line\nand a second one");
+    const QSize size = measured("Liberation Sans", text);
+    for (const char* family : {"", "Arial", "ARIAL", "Helvetica", "No Such Font"})
+        EXPECT_EQ(measured(family, text), size) << family;
+    EXPECT_EQ(measured("Times New Roman", text), measured("Liberation Serif", text));
+    EXPECT_EQ(measured("Courier New", text), measured("Liberation Mono", text));
+    EXPECT_NE(measured("DejaVu Sans", text), size) << "a font that is there keeps its own";
+    // A letter that comes from another font makes the row no higher.
+    EXPECT_EQ(measured("", QStringLiteral("First \u2603\nand a second one")).height(),
+              size.height());
+}
+
 TEST(PaintCells, HostileStylesCostNothing) {
     SheetContents contents;
     Cell cell = TextCell(QString(100'000, QLatin1Char('W')));

@@ -358,6 +358,10 @@ TEST(SheetHtml, StylesAreReadFromRulesAttributesAndElements) {
              s.bold = true;
              s.horizontal = HorizontalAlign::Center;
          })},
+        {".a{font-size:20pt;color:#123}.a{color:red;font-size:large-ish}.a{color:transparent}",
+         "<td class=a>x</td>",
+         style([](auto& s) { s.pointSize = 20; })}, // the last that can be read
+        {"/*/.a{font-weight:bold}/**/", "<td class=a>x</td>", bare},
         {".a{font-size:1e999pt;color:#12;width:;:;;border:zz zz", "<td class=a>x</td>", bare},
     };
     for (const auto& row : rows) {
@@ -433,6 +437,12 @@ TEST(SheetHtml, EncodingsAreThoseOfMarkContentAndDeclaration) {
 /// One that takes more than its size is stopped by the time limit that each test has.
 TEST(SheetHtml, HostilePagesAreRefusedOrRead) {
     const auto many = [](const QByteArray& what, qsizetype count) { return what.repeated(count); };
+    const auto manySelectors = [](int count) {
+        QByteArray selectors;
+        for (int i = 0; i < count; ++i)
+            selectors += ".s" + QByteArray::number(i) + ',';
+        return selectors;
+    };
     const QByteArray ours = "<meta name=generator content=Kelvrane>";
     const struct {
         const char* what;
@@ -458,12 +468,20 @@ TEST(SheetHtml, HostilePagesAreRefusedOrRead) {
          false},
         {"other rules", "<style>" + many(".a,", 2'000'000) + "b{}</style><table><td class=a>1",
          false},
+        {"a long rule for many selectors",
+         "<style>" + manySelectors(300'000) + "a{" + many("color:red;", 400) +
+             "}</style><table><td class=s9>1",
+         false},
         {"an open rule", "<style>.a{" + many("(\"\\", 1'000'000) + "</style><table><td>1", false},
         {"long rules for many cells",
          "<style>td{" + many("color:red;", 100'000) + "}</style><table>" +
              many("<tr><td>1", 10'000),
          false},
         {"classes", "<table><td class='" + many("a ", 3'000'000) + "'>1", false},
+        {"classes of long rules",
+         "<style>.a{" + many("color:red;", 400) + "}</style><table><td class='" +
+             many("a ", 1'000'000) + "'>1",
+         false},
         {"one long text", "<table><td>" + many("1", 10'000'000), false},
         {"breaks", "<table><td>x" + many("<br>", 2'000'000), false},
         {"covered cells",

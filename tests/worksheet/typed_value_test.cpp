@@ -1,6 +1,8 @@
 #include "worksheet/number_format.h"
 #include "worksheet/typed_value.h"
 
+#include <QTimeZone>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -167,7 +169,7 @@ TEST(TypedValue, EmptyTruthErrorsAndForcedText) {
 TEST(CellMoments, SerialNumbersAndBack) {
     EXPECT_EQ(DateSerial(QDate(1900, 1, 1)), 2);
     EXPECT_EQ(DateSerial(QDate(1899, 12, 29)), -1);
-    const QDateTime moment(QDate(2003, 1, 5), QTime(9, 30, 15), Qt::UTC);
+    const QDateTime moment(QDate(2003, 1, 5), QTime(9, 30, 15), QTimeZone::utc());
     EXPECT_EQ(MomentOfSerial(MomentSerial(moment)), moment);
     EXPECT_EQ(MomentOfSerial(37626.9999999).date(), QDate(2003, 1, 6));
     EXPECT_EQ(MomentOfSerial(-0.25).toString(Qt::ISODate), "1899-12-29T18:00:00Z");

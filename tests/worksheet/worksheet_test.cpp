@@ -16,10 +16,9 @@ CellAddress at(const char* name) {
 class WorksheetTest : public ::testing::Test {
   protected:
     void enter(std::initializer_list<std::pair<const char*, const char*>> cells) {
-        sheet.beginChanges();
+        const Worksheet::Changes changes(sheet);
         for (const auto& [name, text] : cells)
             sheet.enter(at(name), QString::fromUtf8(text));
-        sheet.endChanges();
     }
     std::string text(const char* name) { return sheet.text(at(name)).toStdString(); }
     std::string input(const char* name) { return sheet.input(at(name)).toStdString(); }
@@ -99,6 +98,44 @@ TEST_F(WorksheetTest, MergingKeepsTheFirstValueAndUndoesOverlaps) {
     EXPECT_EQ(sheet.contents().spanAt(at("C2")), ParseRange(u"B1:C2").value());
     sheet.unmerge(ParseRange(u"C2").value());
     EXPECT_TRUE(sheet.contents().merges.isEmpty());
+}
+
+TEST_F(WorksheetTest, WhatIsRaisedWithinAGroupDoesNotStopRecomputing) {
+    enter({{"A1", "1"}, {"B1", "=A1*2"}});
+    QSignalSpy changed(&sheet, &Worksheet::Changed);
+    const int error = RaisedError([&] {
+        const Worksheet::Changes outer(sheet);
+        sheet.enter(at("A1"), "2");
+        sheet.changeStyle(ParseRange(u"A1:C1").value(), [&](CellStyle& style) {
+            if (style.bold)
+                Raise(errors::BadArgument);
+            style.bold = sheet.style(at("A1")).bold;
+            sheet.setStyle(at("B1"), CellStyle{.bold = true});
+        });
+    });
+    EXPECT_EQ(error, errors::BadArgument);
+    EXPECT_EQ(changed.size(), 1);
+    EXPECT_EQ(text("B1"), "4") << "the change that was made counts";
+    sheet.enter(at("A1"), "5");
+    EXPECT_EQ(text("B1"), "10");
+    EXPECT_EQ(changed.size(), 2);
+}
+
+TEST(SpreadsheetTest, AnEditThatRaisesIsTakenBack) {
+    Spreadsheet ss1;
+    ss1.edit([](Worksheet& sheet) { sheet.enter(at("A1"), "1"); });
+    const SheetContents before = ss1.worksheet().contents();
+    EXPECT_EQ(RaisedError([&] {
+                  ss1.edit([](Worksheet& sheet) {
+                      sheet.enter(at("A1"), "2");
+                      sheet.setRowHeight(3, 50);
+                      Raise(errors::BadArgument);
+                  });
+              }),
+              errors::BadArgument);
+    EXPECT_EQ(ss1.worksheet().contents(), before);
+    ss1.undo();
+    EXPECT_EQ(ss1.Range("A1").Value(), "") << "no step of its own";
 }
 
 TEST(SpreadsheetTest, RangesReadAndWriteAsTheCalculationsNeedThem) {
