@@ -36,6 +36,10 @@ void ReportStatus(Phase phase, long long number, long long total, std::string_vi
         std::to_string(total) + ' ' + oneLine(text) + '\n');
 }
 
+void ReportVerified() {
+    say("verified 1\n");
+}
+
 void ReportText(std::string_view bytes) {
     say("text " + std::to_string(bytes.size()) + '\n');
     say(bytes);

@@ -35,7 +35,31 @@ struct State {
     long long unreported = 0;    ///< bytes received since the last report
     Clock::time_point reported{};
     bool closing = false;
+    bool encryptionRequired = true; ///< of a connection over FTP, its data included
 };
+
+/// Schemes are compared without regard to case, as the library does.
+bool hasScheme(const std::string& url, std::string_view scheme) {
+    return url.size() > scheme.size() && url[scheme.size()] == ':' &&
+           curl_strnequal(url.c_str(), scheme.data(), scheme.size()) != 0;
+}
+
+bool isFtp(const std::string& url) {
+    return hasScheme(url, "ftp") || hasScheme(url, "ftps");
+}
+
+/// Whether every byte came from the host asked, over TLS with a certificate that holds. A redirect
+/// over an open line could have led anywhere; and a proxy may have spoken HTTP in FTP's place,
+/// which only the scheme of the connection tells.
+bool isVerified(const State& state) {
+    const char* used = nullptr;
+    if (curl_easy_getinfo(state.easy, CURLINFO_SCHEME, &used) != CURLE_OK || used == nullptr)
+        return false;
+    const std::string connection = std::string(used) + ':';
+    if (hasScheme(state.request.url, "https"))
+        return hasScheme(connection, "https");
+    return state.encryptionRequired && isFtp(state.request.url) && isFtp(connection);
+}
 
 void reportReceived(State& state) {
     curl_off_t total = -1;
@@ -129,7 +153,7 @@ class Options {
 void setWhat(Options& options, const Request& request) {
     constexpr const char* everything = "http,https,ftp,ftps";
     constexpr long mostRedirects = 5;
-    const bool secure = request.url.starts_with("https:");
+    const bool secure = hasScheme(request.url, "https");
     options.setText(CURLOPT_URL, request.url);
     options.set(CURLOPT_PROTOCOLS_STR, everything);
     options.set(CURLOPT_REDIR_PROTOCOLS_STR, secure ? "https" : everything);
@@ -145,7 +169,8 @@ void setWhat(Options& options, const Request& request) {
 
 /// A certificate that doesn't hold ends the transfer, also where encryption was the server's offer.
 void setSafety(Options& options, const Request& request) {
-    options.set(CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_TRY));
+    const curl_usessl encryption = isFtp(request.url) ? CURLUSESSL_ALL : CURLUSESSL_TRY;
+    options.set(CURLOPT_USE_SSL, static_cast<long>(encryption));
     options.set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
     options.set(CURLOPT_SSL_VERIFYPEER, 1L);
     options.set(CURLOPT_SSL_VERIFYHOST, 2L);
@@ -204,12 +229,25 @@ CURLcode perform(CURLM* multi, State& state) {
     return state.refused == CURLE_OK ? result : state.refused;
 }
 
+/// A server of plain FTP need not offer encryption. It is demanded at first all the same: only so
+/// is it known afterwards that the data was encrypted too. False where the address demands it.
+bool allowPlainFtp(State& state) {
+    state.encryptionRequired = false;
+    return hasScheme(state.request.url, "ftp") &&
+           curl_easy_setopt(state.easy, CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_TRY)) ==
+               CURLE_OK;
+}
+
 /// With the connection closed behind it.
 CURLcode run(State& state) {
     CURLM* multi = curl_multi_init();
     if (!multi)
         return CURLE_FAILED_INIT;
-    const CURLcode result = perform(multi, state);
+    CURLcode result = perform(multi, state);
+    if (result == CURLE_USE_SSL_FAILED && allowPlainFtp(state)) {
+        curl_multi_remove_handle(multi, state.easy);
+        result = perform(multi, state);
+    }
     if (result == CURLE_OK)
         reportReceived(state);
     state.closing = true;
@@ -247,6 +285,8 @@ void Carry(const Request& request) {
     const int code = carry(state);
     if (code == 0) {
         ReportStatus(Phase::Ended, 0, 0, {});
+        if (isVerified(state))
+            ReportVerified();
         if (request.file.empty())
             ReportText(state.target.text());
     } else {

@@ -22,10 +22,8 @@ void TransferInternet::fetch(const InternetRequest& request, OnStatus onStatus, 
 }
 
 void TransferInternet::cancelAll() {
-    for (TransferProcess* process : findChildren<TransferProcess*>()) {
+    for (TransferProcess* process : findChildren<TransferProcess*>())
         process->cancel();
-        process->deleteLater();
-    }
 }
 
 } // namespace kelvrane

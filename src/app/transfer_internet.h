@@ -11,7 +11,7 @@ namespace kelvrane {
 /// Patience, and whom to trust. Only tests choose otherwise.
 struct TransferSettings {
     int connectSeconds = 20;
-    int stallSeconds = 30;
+    int stallSeconds = 30;        ///< without any progress
     int quietSeconds = 15;        ///< a quiet request in all
     int quietMilliseconds = 2000; ///< before a quiet request begins: the start goes first
     QString certificates = {};    ///< file with the trusted ones; "": those of the system

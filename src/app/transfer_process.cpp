@@ -7,6 +7,7 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace kelvrane {
@@ -45,18 +46,33 @@ QByteArray requestLines(const InternetRequest& request, const TransferSettings& 
 TransferProcess::TransferProcess(const InternetRequest& request, Internet::OnStatus onStatus,
                                  Internet::OnResult onResult, QObject* parent)
     : QObject(parent), m_request(request), m_onStatus(std::move(onStatus)),
-      m_onResult(std::move(onResult)) {}
+      m_onResult(std::move(onResult)) {
+    m_stall.setSingleShot(true);
+    connect(&m_stall, &QTimer::timeout, this, [this] { end(internet_errors::TimedOut); });
+}
 
 TransferProcess::~TransferProcess() {
-    cancel();
+    stop();
     if (m_helper.state() != QProcess::NotRunning)
         m_helper.waitForFinished(); // it can't refuse
 }
 
 void TransferProcess::cancel() {
+    stop();
+    leave();
+}
+
+void TransferProcess::stop() {
     m_ended = true;
+    m_stall.stop();
     m_helper.disconnect(this);
     m_helper.kill();
+}
+
+/// While it reads, a status may be letting events through, and they would delete it under its feet.
+void TransferProcess::leave() {
+    if (!m_reading)
+        deleteLater();
 }
 
 void TransferProcess::start(const TransferSettings& settings) {
@@ -78,18 +94,26 @@ void TransferProcess::start(const TransferSettings& settings) {
     m_helper.start(program, QStringList());
     // Left open: its end tells the helper that nobody waits any more.
     m_helper.write(lines);
+    // The helper watches the server; this watches the helper. A file may take its time to get to a
+    // slow disk at the end.
+    if (m_request.file.isEmpty())
+        m_stall.start(std::chrono::seconds(settings.stallSeconds));
 }
 
 void TransferProcess::read() {
     if (m_reading || m_ended)
         return;
+    if (m_stall.isActive())
+        m_stall.start();
     {
         const QScopedValueRollback<bool> reading(m_reading, true);
         do
             m_unread += m_helper.readAllStandardOutput();
         while (m_textLength ? takeText() : takeLine());
     }
-    if (m_done)
+    if (m_ended)
+        leave();
+    else if (m_done)
         end(m_result.error);
     else if (m_helper.state() == QProcess::NotRunning || m_unread.size() > 2 * largestText)
         end(internet_errors::InternalError); // it broke off, or talks nonsense
@@ -106,11 +130,13 @@ bool TransferProcess::takeLine() {
     const QByteArray fields = line.mid(blank + 1);
     if (kind == "status")
         takeStatus(fields);
+    else if (kind == "verified")
+        m_result.verified = fields == "1";
     else if (kind == "text")
         m_textLength = std::clamp<qsizetype>(fields.toLongLong(), 0, largestText);
     else if (kind == "done")
         takeDone(fields);
-    return !m_done;
+    return !m_done && !m_ended;
 }
 
 bool TransferProcess::takeText() {
@@ -145,13 +171,17 @@ void TransferProcess::takeDone(const QByteArray& fields) {
 void TransferProcess::end(int error) {
     if (std::exchange(m_ended, true))
         return;
-    deleteLater();
+    m_stall.stop();
     if (!m_done)
-        cancel(); // whatever it still says or does
+        stop(); // whatever it still says or does
     m_result.error = error;
-    if (error != 0)
+    if (error != 0) {
         m_result.text.clear();
-    Guarded(QStringLiteral("Internet"), [this] { m_onResult(m_result); });
+        m_result.verified = false;
+    }
+    leave();
+    Guarded(QStringLiteral("Internet"),
+            [answer = std::move(m_onResult), result = m_result] { answer(result); });
 }
 
 } // namespace kelvrane

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QProcess>
+#include <QTimer>
 
 #include <optional>
 
@@ -19,10 +20,12 @@ class TransferProcess : public QObject {
 
     /// Starts the helper. The result comes later in every case, and then the object goes.
     void start(const TransferSettings& settings);
-    /// Nothing is heard of it again. It may be somewhere up the stack, so it isn't deleted here.
+    /// Nothing is heard of it again, and it goes once it is nowhere up the stack.
     void cancel();
 
   private:
+    void stop();
+    void leave();
     void read();
     bool takeLine();
     bool takeText();
@@ -34,6 +37,7 @@ class TransferProcess : public QObject {
     Internet::OnStatus m_onStatus;
     Internet::OnResult m_onResult;
     QProcess m_helper;
+    QTimer m_stall; ///< since the helper was last heard
     QByteArray m_unread;
     std::optional<qsizetype> m_textLength; ///< bytes of a text that come next
     InternetResult m_result;

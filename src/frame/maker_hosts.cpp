@@ -17,9 +17,11 @@ QString address(const char* name, const char* scheme) {
     QString host = setting(name);
     while (host.endsWith(QLatin1Char('/')) && !host.endsWith(QLatin1String("://")))
         host.chop(1);
-    if (host.isEmpty() || host.contains(QLatin1String("://")))
+    if (host.isEmpty())
         return host;
-    return QString::fromLatin1(scheme) + host;
+    const qsizetype own = host.indexOf(QLatin1String("://"));
+    return own < 0 ? QString(QString::fromLatin1(scheme) + host)
+                   : QString(host.left(own).toLower() + host.mid(own));
 }
 
 } // namespace

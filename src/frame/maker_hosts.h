@@ -6,8 +6,8 @@
 
 namespace kelvrane {
 
-/// The value UpdateWebHost as an address without a slash at its end: a full address as it stands, a
-/// plain host name with "http://" before it; "" when none is set.
+/// The value UpdateWebHost as an address without a slash at its end: a full address as it stands,
+/// its scheme in small letters, a plain host name with "http://" before it; "" when none is set.
 QString MakerWebAddress();
 
 /// The value UpdateFtpHost in the same way, with "ftp://" before a plain name.

@@ -10,6 +10,7 @@ namespace kelvrane {
 
 namespace internet_errors {
 inline constexpr int CannotWrite = 112; // the disk is full, or the file can't be made
+inline constexpr int TimedOut = 12002;
 inline constexpr int InternalError = 12004;
 inline constexpr int BadAddress = 12005;
 inline constexpr int NotLocated = 12028; // the server answered, but has no such thing
@@ -38,6 +39,8 @@ struct InternetResult {
     int error = 0;      ///< 0: the answer is complete
     QByteArray text;    ///< empty after an error, and for a file
     QString response{}; ///< the server's last line
+    /// Every byte came over TLS from the host asked for, and its certificate holds.
+    bool verified = false;
 };
 
 class Internet {
@@ -46,8 +49,9 @@ class Internet {
     using OnResult = std::function<void(const InternetResult&)>;
 
     virtual ~Internet() = default;
-    /// Returns at once. The result comes once, from the event loop or before the return; no status
-    /// comes after it. A file is there, whole and flushed, or not at all.
+    /// Returns at once. The result comes once, from the event loop or before the return; without
+    /// any progress it is an error in the end. No status comes after it. A file is there, whole and
+    /// flushed, or not at all.
     virtual void fetch(const InternetRequest& request, OnStatus onStatus, OnResult onResult) = 0;
     /// Ends every request; nothing is heard of any of them again.
     virtual void cancelAll() = 0;

@@ -68,7 +68,7 @@ class Tray {
     virtual void showIcon() = 0;
     virtual void removeIcon() = 0;
     virtual void setState(DayState state, const QString& toolTip) = 0;
-    /// A notice that asks for nothing.
+    /// A notice that asks for nothing. A click on it leads to the control screen.
     virtual void notify(const QString& title, const QString& text) = 0;
 };
 

@@ -76,17 +76,45 @@ bool wantsUpdate() {
                   BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
-/// Fetches the files into a private folder and moves them to the installer's. False when one isn't
-/// there, whole: nothing is installed then.
-bool fetchUpdate(const QStringList& names) {
+/// Where the files of an update went.
+enum class Fetched {
+    Nowhere, ///< one isn't there, whole: nothing is installed
+    ForTheInstaller,
+    ForTheUser, ///< saved, and the user was shown where
+};
+
+/// What anybody on the way could have changed is never started: the version file counts, since it
+/// says what to start.
+Fetched saveUnverified(const QStringList& names, const QString& from) {
+    const QString folder = SaveUpdateFiles(names, from);
+    if (folder.isEmpty())
+        return Fetched::Nowhere;
+    MsgBox(
+        QStringLiteral("The update was downloaded, but Kelvrane doesn't start it: it came over a "
+                       "connection that is not secure, and could have been changed on the way.") +
+            QStringLiteral("\n\nIt is saved in\n") + folder +
+            QStringLiteral("\n\nIf you trust it, close Kelvrane and install it from there: ") +
+            names.last(),
+        QStringLiteral("Kelvrane Update"), BoxIcon::Exclamation);
+    return Fetched::ForTheUser;
+}
+
+/// Fetches the files into a private folder and moves them on, together.
+Fetched fetchUpdate(const QStringList& names) {
     RemoveOldDownloads();
     const QTemporaryDir folder(InAppPath(QString::fromLatin1(DownloadFolder)));
-    return folder.isValid() && DownloadUpdateFiles(names, folder.path()) == 0 &&
-           TakeUpdateFiles(names, folder.path());
+    if (!folder.isValid() || DownloadUpdateFiles(names, folder.path()) != 0)
+        return Fetched::Nowhere;
+    if (!CurrentTransfer().allVerified)
+        return saveUnverified(names, folder.path());
+    return TakeUpdateFiles(names, folder.path()) ? Fetched::ForTheInstaller : Fetched::Nowhere;
 }
 
 void installUpdate(const QStringList& names, bool force) {
-    if (!fetchUpdate(names)) {
+    const Fetched fetched = fetchUpdate(names);
+    if (fetched == Fetched::ForTheUser)
+        return;
+    if (fetched == Fetched::Nowhere) {
         sayTransferFailed();
         return;
     }
@@ -124,7 +152,7 @@ void checkQuietly(const QString& address) {
         InternetTransfer& transfer = CurrentTransfer();
         if (transfer.busy)
             return;
-        transfer = {};
+        transfer = {.allVerified = result.verified};
         const QScopedValueRollback<bool> busy(transfer.busy, true);
         Guarded(routine, [&result] { decide(FromFileBytes(result.text), false, false); });
     });

@@ -17,7 +17,10 @@ namespace kelvrane {
 /// other one waits, with progress. Force takes the version file FileName and installs what it names
 /// also when that isn't newer. A check during another one does nothing.
 ///
-/// True when up to date, or when that isn't known yet. An accepted update ends the program.
+/// What didn't come over verified TLS, the version file included, is never started: it is saved in
+/// the program's folder, and a box shows where.
+///
+/// True when up to date, or when that isn't known yet. An update that is started ends the program.
 bool AutoUpdate(bool ShowMessages, bool Force, const QString& FileName);
 
 /// Fetches the usage log from the maker's web host, drops it, and doesn't wait.

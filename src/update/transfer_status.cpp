@@ -159,8 +159,11 @@ InternetResult FetchAndWait(const InternetRequest& request) {
     const auto answer = std::make_shared<std::optional<InternetResult>>();
     ports.internet->fetch(request, OnInternetStatus,
                           [answer](const InternetResult& result) { *answer = result; });
-    if (ports.events->waitUntil([&answer] { return answer->has_value(); }))
+    if (ports.events->waitUntil([&answer] { return answer->has_value(); })) {
+        InternetTransfer& transfer = CurrentTransfer();
+        transfer.allVerified = transfer.allVerified && (*answer)->verified;
         return **answer;
+    }
     ports.internet->cancelAll();
     CurrentTransfer().cancelled = true;
     return {.error = internet_errors::InternalError};

@@ -11,11 +11,12 @@ enum class TransferOperation { None = 0, Download = 3, Upload = 5 };
 
 /// The one transfer of the process.
 struct InternetTransfer {
-    bool busy = false;      ///< an update is being looked for or fetched, or its question is open
-    bool cancelled = false; ///< the program shut down meanwhile: nothing may be asked any more
-    QString fileName;       ///< the file that is fetched
-    QString currentText;    ///< the last status information that isn't shown
-    QString lastError;      ///< what went wrong, as a sentence; "" after a success
+    bool busy = false;       ///< an update is being looked for or fetched, or its question is open
+    bool cancelled = false;  ///< the program shut down meanwhile: nothing may be asked any more
+    bool allVerified = true; ///< whatever was fetched since the check began came over verified TLS
+    QString fileName;        ///< the file that is fetched
+    QString currentText;     ///< the last status information that isn't shown
+    QString lastError;       ///< what went wrong, as a sentence; "" after a success
     TransferOperation operation = TransferOperation::None;
     double total = 0;    ///< bytes of the file; 0: not known
     double received = 0; ///< bytes of it so far

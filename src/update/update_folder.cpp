@@ -22,14 +22,24 @@ QString inFolder(const QString& name) {
 }
 
 /// What lies behind a link is somebody else's.
-bool isOwnFolder() {
-    return QFileInfo(folder()).isDir() && !QFileInfo(folder()).isSymLink();
+bool isOwnFolder(const QString& path) {
+    return QFileInfo(path).isDir() && !QFileInfo(path).isSymLink();
 }
 
-void takeFile(const QString& from, const QString& name) {
+bool isOwnFolder() {
+    return isOwnFolder(folder());
+}
+
+void createOwnFolder(const QString& path) {
+    ports.files->createFolder(path);
+    if (!isOwnFolder(path))
+        Raise(errors::PathAccess, path + QStringLiteral(": the folder is a link"));
+}
+
+void moveFile(const QString& from, const QString& to) {
     if (QFileInfo(from).isSymLink())
         Raise(errors::PathAccess, from + QStringLiteral(": a link is not part of an update"));
-    ports.files->move(from, inFolder(name));
+    ports.files->move(from, to);
 }
 
 bool isProgram(const QString& path) {
@@ -70,15 +80,28 @@ void RemoveOldDownloads() {
 bool TakeUpdateFiles(const QStringList& names, const QString& from) {
     SkipErrors step(QStringLiteral("AutoUpdate"));
     const bool taken = step([&] {
-        ports.files->createFolder(folder());
-        if (!isOwnFolder())
-            Raise(errors::PathAccess, folder() + QStringLiteral(": the folder is a link"));
+        createOwnFolder(folder());
         for (const QString& name : names)
-            takeFile(from + QDir::separator() + name, name);
+            moveFile(from + QDir::separator() + name, inFolder(name));
     });
     if (!taken)
         step([] { ClearUpdateFolder(); });
     return taken;
+}
+
+QString SaveUpdateFiles(const QStringList& names, const QString& from) {
+    const QString saved = InAppPath(QString::fromLatin1(SavedFolder));
+    SkipErrors step(QStringLiteral("AutoUpdate"));
+    const bool moved = step([&] {
+        createOwnFolder(saved);
+        for (const QString& name : names) {
+            const QString target = saved + QDir::separator() + name;
+            if (QFileInfo(target).isSymLink() || ports.files->exists(target))
+                ports.files->remove(target, true);
+            moveFile(from + QDir::separator() + name, target);
+        }
+    });
+    return moved ? saved : QString();
 }
 
 bool StartInstaller(const QString& name) {

@@ -20,6 +20,12 @@ void RemoveOldDownloads();
 /// Moves the files there. False when one couldn't be moved; the folder is then gone again.
 bool TakeUpdateFiles(const QStringList& names, const QString& folder);
 
+/// The folder, beside it, of an update that the program itself must not start.
+inline constexpr char SavedFolder[] = "downloaded-update";
+/// Moves the files there, over those of an earlier download. The folder's path; "" when one
+/// couldn't be moved.
+QString SaveUpdateFiles(const QStringList& names, const QString& folder);
+
 /// Starts one of the files: a program or a script runs by itself, anything else, such as a package,
 /// is opened with the desktop's program for it. False when the file isn't one of that folder (a
 /// link, for instance), or nothing could be started.

@@ -91,15 +91,23 @@ TEST_F(Transfer, TextsComeOverTheWebOrNotAtAll) {
     servers.put("large", QByteArray(64 * 1024, 'x'));
     servers.put("too-large", QByteArray(64 * 1024 + 1, 'x'));
     const QString http = servers.address("http", "http");
+    const QString https = servers.address("https", "https");
+    const QString capitals = servers.address("HTTPS", "https");
     struct Row {
         QString address;
         int error;
         QByteArray text = {};
+        bool verified = false;
         int answers = 0;
     };
     std::vector<Row> rows = {
         {http + place + "v.txt", 0, text},
-        {servers.address("https", "https") + place + "v.txt", 0, text},
+        {https + place + "v.txt", 0, text, true},
+        {capitals + place + "v.txt", 0, text, true},
+        {https + "/odd/redirect-home?" + place + "v.txt", 0, text, true},
+        {http + "/odd/redirect-home?" + https + place + "v.txt", 0, text}, // led there by anybody
+        {https + "/odd/redirect-home?" + http + place + "v.txt", 12006},
+        {capitals + "/odd/redirect-home?" + http + place + "v.txt", 12006},
         {http + "/odd/redirect-home?" + place + "v.txt", 0, text},
         {http + "/large", 0, QByteArray(64 * 1024, 'x')},
         {http + "/too-large", 12016},
@@ -120,6 +128,7 @@ TEST_F(Transfer, TextsComeOverTheWebOrNotAtAll) {
             ++row.answers;
             EXPECT_EQ(result.error, row.error) << row.address.toStdString();
             EXPECT_EQ(result.text, row.text) << row.address.toStdString();
+            EXPECT_EQ(result.verified, row.verified) << row.address.toStdString();
         });
     realEvents.waitUntil(
         [&] { return std::ranges::all_of(rows, [](const Row& row) { return row.answers > 0; }); });
@@ -135,6 +144,7 @@ TEST_F(Transfer, AServerThatKeepsSilentIsGivenUp) {
         EXPECT_EQ(fetch(request).error, 12002) << scheme.toStdString();
         EXPECT_FALSE(QFile::exists(path("a")));
     }
+    EXPECT_EQ(fetch({.address = servers.address("http", "http") + "/odd/stuck"}).error, 12002);
     // It never stalls; a quiet request has an end all the same.
     EXPECT_EQ(
         fetch({.address = servers.address("http", "http") + "/odd/drops", .quiet = true}).error,
@@ -157,7 +167,9 @@ TEST_F(Transfer, FilesComeOverFtpWholeOrNotAtAll) {
         SCOPED_TRACE(server.toStdString());
         received = 0;
         const QString file = path(server);
-        EXPECT_EQ(fetch(ftpRequest(server, "a%20b.bin", file), count).error, 0);
+        const InternetResult result = fetch(ftpRequest(server, "a%20b.bin", file), count);
+        EXPECT_EQ(result.error, 0);
+        EXPECT_EQ(result.verified, server == "ftps");
         EXPECT_EQ(bytesOf(file), bytes);
         EXPECT_EQ(QFile::permissions(file) & (QFile::ReadGroup | QFile::ReadOther), 0);
         EXPECT_EQ(received, 400'000);
@@ -184,6 +196,20 @@ TEST_F(Transfer, FilesComeOverFtpWholeOrNotAtAll) {
     EXPECT_EQ(fetch(ftpRequest("ftps", "a%20b.bin", file)).error, 12029)
         << "no falling back to an open line";
     EXPECT_FALSE(QFile::exists(file));
+}
+
+TEST_F(Transfer, AProxyThatSpeaksHttpInsteadOfFtpVerifiesNothing) {
+    servers.put("updateinfo/kelvrane/a.bin", "bytes");
+    qunsetenv("no_proxy");
+    qputenv("ftp_proxy", servers.address("http", "http").toUtf8());
+    const auto restore = qScopeGuard([] {
+        qunsetenv("ftp_proxy");
+        qputenv("no_proxy", "*");
+    });
+    const InternetResult result = fetch(ftpRequest("ftps", "a.bin", path("a.bin")));
+    EXPECT_EQ(result.error, 0);
+    EXPECT_EQ(bytesOf(path("a.bin")), "bytes");
+    EXPECT_FALSE(result.verified);
 }
 
 TEST_F(Transfer, AFullDiskLeavesNoHalfOfAFile) {
@@ -220,6 +246,18 @@ TEST_F(Transfer, WhatIsCancelledIsNotHeardOfAgain) {
     realEvents.waitUntil([&] { return begun; });
     internetPort->cancelAll();
     EXPECT_EQ(fetch({.address = servers.address("http", "refused")}).error, 12029);
+    // So too from within what it says, while events go on.
+    bool cancelled = false;
+    internetPort->fetch(
+        {.address = servers.address("http", "http") + "/"},
+        [&](const InternetStatus&) {
+            EXPECT_FALSE(std::exchange(cancelled, true));
+            internetPort->cancelAll();
+            realEvents.yield();
+            realEvents.yield();
+        },
+        [](const InternetResult&) { ADD_FAILURE() << "it was cancelled"; });
+    realEvents.waitUntil([&] { return cancelled; });
     // The program may also end in the middle, and waits for nobody.
     internetPort->fetch({.address = servers.address("http", "silent")}, {},
                         [](const InternetResult&) { ADD_FAILURE() << "it has gone"; });
@@ -247,18 +285,26 @@ TEST_F(Transfer, AHelperThatIsMissingOrTalksNonsenseIsAnError) {
     TemporaryFolder other;
     SetInstalledFolder(other.path());
     EXPECT_EQ(fetch({.address = "http://127.0.0.1/"}).error, 12004);
-    for (const char* script :
-         {"exit 3", "kill -9 $$", "echo nonsense", "echo done", "echo text 99999999; echo done 0 ",
-          "echo status 41; echo status 41 x y z; echo done x", "yes | tr -d '\\n'",
-          "head -c 300000 /dev/zero"}) {
+    const auto putHelper = [&](const char* script) {
         QFile helper(other.path("kelvrane-transfer"));
         ASSERT_TRUE(helper.open(QIODevice::WriteOnly));
         helper.write(QByteArray("#!/bin/sh\n") + script + "\n");
         helper.close();
         helper.setPermissions(QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
+    };
+    for (const char* script :
+         {"exit 3", "kill -9 $$", "echo nonsense", "echo done", "echo text 99999999; echo done 0 ",
+          "echo status 41; echo status 41 x y z; echo done x", "yes | tr -d '\\n'",
+          "head -c 300000 /dev/zero"}) {
+        putHelper(script);
         const InternetResult result = fetch({.address = "http://127.0.0.1/"});
         EXPECT_EQ(result.error, 12004) << script;
         EXPECT_TRUE(result.text.isEmpty());
+    }
+    connectTo({}, 1);
+    for (const char* script : {"exec sleep 600", "echo status 20 0 0 ; exec sleep 600"}) {
+        putHelper(script);
+        EXPECT_EQ(fetch({.address = "http://127.0.0.1/"}).error, 12002) << script;
     }
 }
 
@@ -279,7 +325,14 @@ TEST_F(Transfer, AnUpdateFromRealServersIsHandedOver) {
     dialogs.expect("Kelvrane Update Available", BoxAnswer::Yes);
     dialogs.expect("Error in transfer"); // the account isn't theirs
     check();
+    RegSetKeyValue(keys::Main, "UpdateFtpHost", servers.address("ftp", "ftp"));
     RegSetKeyValue(keys::Main, "UpdateFtpUser", QString("anonymous"));
+    dialogs.expect("Kelvrane Update Available", BoxAnswer::Yes);
+    dialogs.expect(path("downloaded-update")); // an open line
+    check();
+    EXPECT_EQ(fileBytes("downloaded-update/setup.run"), installer);
+    EXPECT_TRUE(launcher.ran.isEmpty());
+    RegSetKeyValue(keys::Main, "UpdateFtpHost", servers.address("ftp", "ftps"));
     dialogs.expect("Kelvrane Update Available", BoxAnswer::Yes);
     dialogs.expect("Kelvrane will now close.");
     check();

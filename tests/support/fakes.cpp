@@ -116,7 +116,9 @@ void FakeInternet::answer(const InternetRequest& request, const OnStatus& onStat
         file.write(reply.bytes);
     }
     const bool isText = reply.error == 0 && request.file.isEmpty();
-    onResult({.error = reply.error, .text = isText ? reply.bytes : QByteArray()});
+    onResult({.error = reply.error,
+              .text = isText ? reply.bytes : QByteArray(),
+              .verified = reply.error == 0 && reply.verified});
 }
 
 QStringList FakeInternet::addresses() const {

@@ -151,6 +151,7 @@ class FakeInternet final : public Internet {
         QByteArray bytes = {}; ///< the text, or what the file holds
         int error = 0;         ///< a file is then not there
         QList<InternetStatus> statuses = {};
+        bool verified = true; ///< it came over TLS
     };
     void fetch(const InternetRequest& request, OnStatus onStatus, OnResult onResult) override;
     void cancelAll() override {

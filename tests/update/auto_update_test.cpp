@@ -135,6 +135,45 @@ TEST_F(Update, APackageIsOpenedWithTheDesktopsProgram) {
     EXPECT_TRUE(launcher.ran.isEmpty());
 }
 
+TEST_F(Update, WhatCameOverAnOpenLineIsSavedAndNeverStarted) {
+    const auto accept = [&](const std::function<void()>& check) {
+        dialogs.expect("Kelvrane Update Available", BoxAnswer::Yes);
+        dialogs.expect(path("downloaded-update"));
+        check();
+        expectNothingInstalled();
+        EXPECT_EQ(fileBytes("downloaded-update/data.zip"), "data");
+        EXPECT_FALSE(QFileInfo(path("downloaded-update/setup.run")).isExecutable());
+    };
+    const auto byHand = [] { AutoUpdate(true, false, {}); };
+    for (const QString& name :
+         QStringList{web + "kelvrane_version.txt", ftp + "data.zip", ftp + "setup.run"}) {
+        SCOPED_TRACE(name.toStdString());
+        const QByteArray installer = "#!/bin/sh\n# " + name.toLatin1();
+        offerUpdate(installer);
+        internet.replies[name].verified = false;
+        accept(byHand);
+        EXPECT_EQ(fileBytes("downloaded-update/setup.run"), installer) << "the last one's";
+    }
+    offerUpdate("!<arch>\n"); // a package isn't opened either
+    internet.replies[web + "kelvrane_version.txt"].verified = false;
+    AutoUpdate(false, false, {});
+    accept([&] { internet.deliver(); });
+
+    QDir(path("downloaded-update")).removeRecursively();
+    QDir().mkpath(path("elsewhere"));
+    QFile::link(path("elsewhere"), path("downloaded-update"));
+    dialogs.expect("Kelvrane Update Available", BoxAnswer::Yes);
+    dialogs.expect("Error in transfer");
+    byHand();
+    EXPECT_TRUE(QDir(path("elsewhere")).isEmpty());
+
+    offerUpdate(); // and a safe one is still started
+    dialogs.expect("Kelvrane Update Available", BoxAnswer::Yes);
+    dialogs.expect("Kelvrane will now close.");
+    byHand();
+    EXPECT_EQ(launcher.ran.size(), 1);
+}
+
 TEST_F(Update, NothingIsInstalledWithoutAYesOrAWholeTransfer) {
     offerUpdate();
     dialogs.expect("Kelvrane Update Available", BoxAnswer::No);
@@ -266,8 +305,8 @@ TEST_F(Update, AShutDownEndsTheWaitWithoutAWord) {
 }
 
 TEST_F(Update, AFullAddressIsTakenAsItStands) {
-    RegSetKeyValue(keys::Main, "UpdateWebHost", QString("https://updates.example:8443/kelvrane/"));
-    RegSetKeyValue(keys::Main, "UpdateFtpHost", QString(" ftps://files.example "));
+    RegSetKeyValue(keys::Main, "UpdateWebHost", QString("HTTPS://updates.example:8443/kelvrane/"));
+    RegSetKeyValue(keys::Main, "UpdateFtpHost", QString(" FTPS://files.example "));
     internet.replies["https://updates.example:8443/kelvrane/updateinfo/kelvrane/"
                      "kelvrane_version.txt"] = {"VERSION:2.0.0\nNAME:x\n"};
     dialogs.expect("Kelvrane Update Available", BoxAnswer::Yes);

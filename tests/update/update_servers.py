@@ -17,6 +17,7 @@ the end of the input everything ends.
 
 import http.server
 import os
+import re
 import shutil
 import signal
 import socket
@@ -33,8 +34,10 @@ LOOPBACK = "127.0.0.1"
 
 class WebHandler(http.server.SimpleHTTPRequestHandler):
     def do_GET(self):
+        self.path = re.sub("^ftp://[^/]*", "", self.path)  # asked as a proxy
         odd = {
             "/odd/cut": self.cut_off,
+            "/odd/stuck": lambda: self.endless(1, 3600),
             "/odd/endless": lambda: self.endless(1000, 0),
             "/odd/drops": lambda: self.endless(1, 0.1),
             "/odd/redirect-to-file": lambda: self.redirect("file:///etc/passwd"),
