@@ -246,6 +246,18 @@ TEST_F(Transfer, WhatIsCancelledIsNotHeardOfAgain) {
     realEvents.waitUntil([&] { return begun; });
     internetPort->cancelAll();
     EXPECT_EQ(fetch({.address = servers.address("http", "refused")}).error, 12029);
+    // So too from within what it says, while events go on.
+    bool cancelled = false;
+    internetPort->fetch(
+        {.address = servers.address("http", "http") + "/"},
+        [&](const InternetStatus&) {
+            EXPECT_FALSE(std::exchange(cancelled, true));
+            internetPort->cancelAll();
+            realEvents.yield();
+            realEvents.yield();
+        },
+        [](const InternetResult&) { ADD_FAILURE() << "it was cancelled"; });
+    realEvents.waitUntil([&] { return cancelled; });
     // The program may also end in the middle, and waits for nobody.
     internetPort->fetch({.address = servers.address("http", "silent")}, {},
                         [](const InternetResult&) { ADD_FAILURE() << "it has gone"; });

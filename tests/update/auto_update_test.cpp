@@ -146,7 +146,7 @@ TEST_F(Update, WhatCameOverAnOpenLineIsSavedAndNeverStarted) {
     };
     const auto byHand = [] { AutoUpdate(true, false, {}); };
     for (const QString& name :
-         {web + "kelvrane_version.txt", ftp + "data.zip", ftp + "setup.run"}) {
+         QStringList{web + "kelvrane_version.txt", ftp + "data.zip", ftp + "setup.run"}) {
         SCOPED_TRACE(name.toStdString());
         const QByteArray installer = "#!/bin/sh\n# " + name.toLatin1();
         offerUpdate(installer);
