@@ -48,7 +48,7 @@ check-package: setup-packtest package ## install, run and purge that .deb in a f
 
 bench: setup-build setup-bench build/release/build.ninja ## measure against the floors
 	cmake --preset release -DKELVRANE_BENCH=ON
-	cmake --build --preset release --target kelvrane kelvrane_bench prepare_folder empty_window
+	cmake --build --preset release --target kelvrane kelvrane_bench locked_history prepare_folder empty_window
 	bench/run.sh build/release
 
 # Leaks inside system libraries are listed in tools/lsan.supp; every other report fails the test.

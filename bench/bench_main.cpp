@@ -6,6 +6,8 @@
 #include "floors.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
+#include "history/compaction.h"
+#include "history/roll_up.h"
 #include "projects_bench.h"
 #include "quiet_ports.h"
 #include "records_bench.h"
@@ -14,10 +16,8 @@
 #include "timekeeping/control_model.h"
 #include "timekeeping/week_hours.h"
 #include "timekeeping/working_day.h"
-#include "timevalues/compaction.h"
 #include "timevalues/counter.h"
 #include "timevalues/day_file.h"
-#include "timevalues/day_history.h"
 #include "tray/hidden_form.h"
 #include "tray/minute_tick.h"
 
@@ -57,6 +57,7 @@ class Day {
     /// Makes it the program's day; the same state each time.
     void enter() {
         globals = {};
+        ResetRollUp();
         SetAppPath(m_folder.path());
         m_quiet.openSettings(InAppPath(QString::fromLatin1(files::Settings)));
         StartOfWeek = QStringLiteral("2");
@@ -72,6 +73,7 @@ class Day {
                                QStringLiteral("5 Minutes"), QStringLiteral("1 Hours 0 Minutes")});
         }
         DayEntries.last().StopTime.clear();
+        DayDate = present.date();
         ControlScreenLoaded = true;
         GraphShowing = true;
         WeekViewShowing = true;
@@ -94,8 +96,10 @@ using Step = std::function<void(Day&)>;
 /// Each run has something new to show and to write, as a running day does.
 void oneMoreMinute() {
     static int minute = 0;
-    TMR->SetTimerMinuteOffset(++minute % 60);
-    DayEntries.last().TotalTime = QStringLiteral("%1 Minutes").arg(minute % 60);
+    minute = (minute + 1) % 50;
+    for (DayEntry& entry : DayEntries)
+        entry.TotalTime = QStringLiteral("%1 Minutes").arg(minute);
+    DayEntries.last().StartTime = QStringLiteral("11:%1 AM").arg(minute + 10);
 }
 
 void add(const char* name, const char* suffix, const std::shared_ptr<Day>& day, int rows,

@@ -45,6 +45,7 @@ class QuietProgress final : public Progress {
     void show(const QString&) override {}
     void setPercent(int) override {}
     void close() override {}
+    bool isShown() const override { return false; }
 };
 
 class QuietTray final : public Tray {
@@ -76,6 +77,7 @@ class QuietInternet final : public Internet {
 class QuietEvents final : public Events {
   public:
     void yield() override {}
+    void pause(int) override {}
     bool waitUntil(const std::function<bool()>& condition) override { return condition(); }
 };
 

@@ -7,6 +7,7 @@ bench=$(realpath "$(dirname "$0")")
 cd "$build"
 status=0
 QT_QPA_PLATFORM=offscreen bench/kelvrane_bench || status=1
+QT_QPA_PLATFORM=offscreen bench/locked_history || status=1
 echo
 "$bench/bench_start.py" "$build" || status=1
 exit $status

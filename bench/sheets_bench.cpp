@@ -8,6 +8,7 @@
 #include "folder_steps.h"
 #include "frame/globals.h"
 #include "frame/program_folder.h"
+#include "history/day_history.h"
 #include "platform/connection.h"
 #include "platform/texts.h"
 #include "quiet_ports.h"
@@ -16,7 +17,6 @@
 #include "timesheets/project_calculation.h"
 #include "timesheets/sheet_context.h"
 #include "timesheets/template_scan.h"
-#include "timevalues/day_history.h"
 #include "worksheet/spreadsheet.h"
 
 #include <QDir>

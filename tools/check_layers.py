@@ -21,6 +21,7 @@ FLOORS = [
     (["worksheet", "chartspace"], []),
     (["frame"], ["charts/chart_types"]),
     (["timevalues"], []),
+    (["history"], []),
     (["records"], []),
     (["timekeeping"], []),
     (["timesheets", "collections", "charts", "calendar", "options", "update"], []),

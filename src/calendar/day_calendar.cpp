@@ -5,12 +5,12 @@
 #include "frame/globals.h"
 #include "frame/recent_projects.h"
 #include "frame/settings.h"
+#include "history/roll_up.h"
 #include "platform/ports.h"
 #include "platform/texts.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
 #include "timekeeping/new_time.h"
-#include "timevalues/day_history.h"
 #include "timevalues/time_values.h"
 
 #include <QLocale>

@@ -9,9 +9,10 @@
 #include "frame/error_report.h"
 #include "frame/globals.h"
 #include "frame/help_topics.h"
+#include "history/day_history.h"
+#include "history/roll_up.h"
 #include "platform/ports.h"
 #include "platform/texts.h"
-#include "timevalues/day_history.h"
 #include "timevalues/time_values.h"
 
 #include <utility>

@@ -6,6 +6,22 @@
 
 namespace kelvrane {
 
+namespace {
+int quietHolders = 0;
+} // namespace
+
+QuietReports::QuietReports() {
+    ++quietHolders;
+}
+
+QuietReports::~QuietReports() {
+    --quietHolders;
+}
+
+bool ReportsAreQuiet() {
+    return quietHolders > 0;
+}
+
 void ReportError(const RuntimeError& error, const QString& routine) {
     static QSet<QString> open;
     const QString text = QStringLiteral("Error # ") + QString::number(error.number) +
@@ -15,6 +31,11 @@ void ReportError(const RuntimeError& error, const QString& routine) {
                          QStringLiteral(" function.");
     if (!ports.dialogs || open.contains(text))
         return;
+    if (ReportsAreQuiet()) {
+        if (ports.tray)
+            ports.tray->notify(QStringLiteral("Kelvrane"), text);
+        return;
+    }
     open.insert(text);
     MsgBox(text);
     open.remove(text);

@@ -2,11 +2,13 @@
 // given name is bound to its member below.
 #pragma once
 
+#include "platform/clock.h"
 #include "platform/int16.h"
 
-#include <QDateTime>
+#include <QDate>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace kelvrane {
 
@@ -42,12 +44,18 @@ struct Globals {
     QString CollectionLoc;            // folder of the current collection, no separator at its end
     QString CollectionFileName;       // its name without extension; both "": none yet
 
-    // The day. Written by day_file, working_day and the minute tick.
-    QList<DayEntry> DayEntries;       // in start order, 0-based
+    // The day. Written by day_file, working_day, entry_times and day_change.
+    QList<DayEntry> DayEntries; // in start order, 0-based
+    QDate DayDate;              // the date that DayEntries belong to; invalid: no entries yet
+    bool KeepsDay =
+        true; // false: another process keeps the day; nothing of it is loaded or written
     Int16 CurrentEntryIndex = -1;     // index into DayEntries; -1: none
+    bool DayUnsaved = false;          // the last save of the day file failed
     bool ControlScreenLoaded = false; // the day was loaded; status text may be shown
     bool DayStopped = false;          // the tick leaves the day alone
     qint32 OnBreak = 0;               // 1 while on break
+    QString BreakBegan;               // "10:05 AM", of the running entry's open break; "": none
+    Int16 BreakHeld;                  // break minutes of the running entry when it began
     Int16 CounterMinutes;             // minutes of TMR at the last tick
     Int16 BreakMinutes;               // break minutes of the running entry
     Int16 NumProjects;                // distinct projects; written by UpdateDailyChart
@@ -55,15 +63,17 @@ struct Globals {
     Int16 TotalWorkMinutes;
     Int16 TotalOverallMinutes;
 
+    QStringList DayTail; // what the day file holds behind its entries; see frame/day_tail.h
+
     QString StatusHeading;         // text of panel 1 of the control screen's status bar
     QList<QString> RecentProjects; // element 0 is the newest (File1)
     bool NoRecentProjects = false; // no recent project is stored
     Int16 LastFileStatus;          // result of the last settings write or day-file check
 
-    cTimer* TMR = nullptr;  // the one counter; created and owned by the tray's hidden form
-    QDateTime LastTick;     // when the last minute tick was handled; invalid before the first
-    bool DebugMode = false; // start-up is traced
-    bool DatabaseSelected = false;        // the database dialog accepted a path
+    cTimer* TMR = nullptr;         // the one counter; created and owned by the tray's hidden form
+    ClockReading LastReading;      // when the day was last brought up to the present; none before
+    bool DebugMode = false;        // start-up is traced
+    bool DatabaseSelected = false; // the database dialog accepted a path
     bool DatabaseSelectCancelled = false; // it was closed without one
     bool SpreadsheetOpen = false;
     bool DayCalendarOpen = false; // a selection in the Database Manager goes to the calendar
@@ -95,10 +105,15 @@ inline auto& TimeIncrements = globals.TimeIncrements;
 inline auto& CollectionLoc = globals.CollectionLoc;
 inline auto& CollectionFileName = globals.CollectionFileName;
 inline auto& DayEntries = globals.DayEntries;
+inline auto& DayDate = globals.DayDate;
+inline auto& KeepsDay = globals.KeepsDay;
 inline auto& CurrentEntryIndex = globals.CurrentEntryIndex;
 inline auto& ControlScreenLoaded = globals.ControlScreenLoaded;
+inline auto& DayUnsaved = globals.DayUnsaved;
 inline auto& DayStopped = globals.DayStopped;
 inline auto& OnBreak = globals.OnBreak;
+inline auto& BreakBegan = globals.BreakBegan;
+inline auto& BreakHeld = globals.BreakHeld;
 inline auto& CounterMinutes = globals.CounterMinutes;
 inline auto& BreakMinutes = globals.BreakMinutes;
 inline auto& NumProjects = globals.NumProjects;
@@ -110,7 +125,7 @@ inline auto& RecentProjects = globals.RecentProjects;
 inline auto& NoRecentProjects = globals.NoRecentProjects;
 inline auto& LastFileStatus = globals.LastFileStatus;
 inline auto& TMR = globals.TMR;
-inline auto& LastTick = globals.LastTick;
+inline auto& LastReading = globals.LastReading;
 inline auto& DebugMode = globals.DebugMode;
 inline auto& DatabaseSelected = globals.DatabaseSelected;
 inline auto& DatabaseSelectCancelled = globals.DatabaseSelectCancelled;

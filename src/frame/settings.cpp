@@ -36,7 +36,15 @@ QString RegQueryValue(const QString& key, const QString& name) {
 int RegSetKeyValue(const QString& key, const QString& name, const SettingValue& value) {
     if (!ports.settings->keyExists(key))
         return status::NotFound;
-    return ports.settings->setValue(key, name, value) ? status::Done : status::Failed;
+    if (!ports.settings->setValue(key, name, value))
+        return status::Failed;
+    emit SettingsSignal().Changed(key, name);
+    return status::Done;
+}
+
+SettingsChanges& SettingsSignal() {
+    static SettingsChanges changes;
+    return changes;
 }
 
 QString StripRegTerminator(const QString& text) {

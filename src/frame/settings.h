@@ -4,9 +4,19 @@
 
 #include "platform/settings_store.h"
 
+#include <QObject>
 #include <QString>
 
 namespace kelvrane {
+
+/// Says that a stored value changed, whoever changed it: what shows or uses a setting follows this
+/// one signal. Variables that hold the setting have their new value by then.
+class SettingsChanges : public QObject {
+    Q_OBJECT
+  signals:
+    void Changed(const QString& key, const QString& name);
+};
+SettingsChanges& SettingsSignal();
 
 namespace keys {
 inline const QString Main = QStringLiteral("Software\\brindlemoor-ware\\Kelvrane");
@@ -29,7 +39,8 @@ inline constexpr int NoDayFile = 105;
 QString RegQueryValue(const QString& key, const QString& name);
 /// Fills value with the text, terminator included, or the number. Leaves it empty on failure.
 int RegQueryValueTyped(const QString& key, const QString& name, SettingValue& value);
-/// Writes under an existing key; otherwise returns a status and stores nothing.
+/// Writes under an existing key, and says so in SettingsSignal(); otherwise returns a status and
+/// stores nothing.
 int RegSetKeyValue(const QString& key, const QString& name, const SettingValue& value);
 /// An empty or numeric text stays; any other loses its last character.
 QString StripRegTerminator(const QString& text);

@@ -36,8 +36,8 @@ QString T(const char* text) {
 
 void takeRecentProjects(const QString& text) {
     const Int16 count = ToInt16(text);
-    SaveRegNumber(count, keys::Main, T("ShowNumProjects"));
     ShowNumProjects = count;
+    SaveRegNumber(count, keys::Main, T("ShowNumProjects"));
 }
 
 /// The tip window writes other words to the same value; only "On" is a tick here, and that is

@@ -44,8 +44,8 @@ void takeTime(const TimeField& field) {
     const KeyedItems& panel = Options().*field.panel;
     const QString time = panel.value(T("HOUR")) + QLatin1Char(':') + panel.value(T("MINUTE")) +
                          QLatin1Char(' ') + panel.value(T("AMPM"));
-    SaveRegText(time, keys::Main, T(field.key));
     globals.*field.option = time;
+    SaveRegText(time, keys::Main, T(field.key));
 }
 
 struct IntervalField {
@@ -77,8 +77,8 @@ void takeInterval(const IntervalField& field, const QString& choice) {
     const Int16 minutes = choice.contains(QLatin1String("Hour"))
                               ? Int16(ToInt16(choice.left(1)) * minutesInHour)
                               : ToInt16(choice.left(2));
-    SaveRegMinutes(choice, T(field.key));
     globals.*field.option = minutes;
+    SaveRegMinutes(choice, T(field.key));
 }
 
 void enableFields(const char* control, bool on) {
@@ -113,8 +113,8 @@ void showSoundFile(const QString& path) {
 }
 
 void storeSoundFile(const QString& path) {
-    SaveRegText(path, keys::Main, T("AutoDayReminderSoundFile"));
     AutoDayReminderSoundFile = path;
+    SaveRegText(path, keys::Main, T("AutoDayReminderSoundFile"));
     showSoundFile(path);
 }
 
@@ -147,8 +147,8 @@ void ToggleOptionSwitch(const QString& control) {
         if (control != QLatin1String(row.control))
             continue;
         const QString word = Options().controls.item(control).ticked ? T("Off") : T("On");
-        SaveRegText(word, keys::Main, T(row.key));
         globals.*row.option = word;
+        SaveRegText(word, keys::Main, T(row.key));
         showSwitch(row, word);
     }
 }

@@ -7,7 +7,6 @@
 #include "options/stored_option.h"
 #include "platform/ports.h"
 #include "platform/texts.h"
-#include "timekeeping/week_hours.h"
 
 namespace kelvrane {
 
@@ -70,8 +69,8 @@ void GetSpreadSheetOptions() {
 }
 
 void TakeTimeIncrement(const QString& increment) {
-    SaveRegText(increment, keys::SpreadSheetInfo, QStringLiteral("TimeIncrements"));
     TimeIncrements = increment;
+    SaveRegText(increment, keys::SpreadSheetInfo, QStringLiteral("TimeIncrements"));
 }
 
 void TakeWeekStart(const QString& name) {
@@ -79,12 +78,8 @@ void TakeWeekStart(const QString& name) {
     if (place < 0)
         return;
     const int day = dayOfPlace(place);
-    SaveRegNumber(day, keys::SpreadSheetInfo, QStringLiteral("StartOfWeek"));
     StartOfWeek = QString::number(day);
-    if (ControlScreenLoaded) {
-        SetLVWColumnHeaders();
-        FillWeekView();
-    }
+    SaveRegNumber(day, keys::SpreadSheetInfo, QStringLiteral("StartOfWeek"));
 }
 
 void TakeNumDays(const QString& text) {

@@ -5,16 +5,36 @@
 
 #include <QFileInfo>
 #include <QSqlError>
+#include <QStringList>
 #include <QUrl>
 #include <QVariant>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace kelvrane {
 
 namespace {
 
-constexpr char busyTimeout[] = "QSQLITE_BUSY_TIMEOUT=250";
+/// Connect options, by LockWait.
+constexpr const char* lockWaits[] = {"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=250",
+                                     "QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=0"};
+
+/// SQLite's codes for a database that somebody else uses, without their extended part.
+constexpr int busyCodes[] = {5, 6};
+
+/// Files that this process has open, each as often as it is open.
+QStringList& openFiles() {
+    static QStringList files;
+    return files;
+}
+
+bool isBusy(const QSqlError& error) {
+    bool isNumber = false;
+    const int code = error.nativeErrorCode().toInt(&isNumber) & 0xFF;
+    return isNumber && std::ranges::find(busyCodes, code) != std::end(busyCodes);
+}
 
 QString databaseSource() {
     return QStringLiteral("SQLite");
@@ -59,11 +79,12 @@ QString unusable(const QString& path) {
 
 } // namespace
 
-Connection::Connection(const QString& path) : m_path(path) {
+Connection::Connection(const QString& path, LockWait wait) : m_path(path), m_wait(wait) {
     static quint64 opened = 0;
     m_name = QStringLiteral("kelvrane-%1").arg(++opened);
     try {
         open();
+        openFiles().append(m_path);
     } catch (...) {
         close();
         throw;
@@ -76,11 +97,16 @@ Connection::~Connection() {
         query.exec(QStringLiteral("COMMIT")); // a failure rolls back on closing
     }
     close();
+    openFiles().removeOne(m_path);
+}
+
+bool Connection::isOpenOn(const QString& path) {
+    return openFiles().contains(path);
 }
 
 void Connection::open() {
-    const auto fail = [this](const QString& text) {
-        Raise(errors::DatabaseOpen,
+    const auto fail = [this](const QString& text, int number = errors::DatabaseOpen) {
+        Raise(number,
               QStringLiteral("The database '%1' could not be opened: %2")
                   .arg(QString(m_path).replace(QChar::Null, u'?'), text),
               databaseSource());
@@ -88,7 +114,7 @@ void Connection::open() {
     if (const QString text = unusable(m_path); !text.isEmpty())
         fail(text);
     m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
-    m_database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;") + QLatin1String(busyTimeout));
+    m_database.setConnectOptions(QLatin1String(lockWaits[int(m_wait)]));
     const QByteArray encoded = QUrl::toPercentEncoding(QFileInfo(m_path).absoluteFilePath(), "/");
     m_database.setDatabaseName(QStringLiteral("file:") + QString::fromLatin1(encoded) +
                                QStringLiteral("?mode=rw"));
@@ -96,7 +122,8 @@ void Connection::open() {
         fail(m_database.lastError().databaseText());
     QSqlQuery schema(m_database);
     if (!schema.exec(QStringLiteral("SELECT 1 FROM sqlite_master LIMIT 1")))
-        fail(schema.lastError().databaseText());
+        fail(schema.lastError().databaseText(),
+             isBusy(schema.lastError()) ? errors::DatabaseLocked : errors::DatabaseOpen);
 }
 
 void Connection::close() {
@@ -160,9 +187,17 @@ void Connection::commit() {
     m_inTransaction = false;
 }
 
+void Connection::rollback() {
+    if (!std::exchange(m_inTransaction, false))
+        return;
+    QSqlQuery query(m_database);
+    query.exec(QStringLiteral("ROLLBACK"));
+}
+
 void RaiseSql(const QSqlQuery& query) {
     const QSqlError error = query.lastError();
-    Raise(errors::Sql, error.databaseText().isEmpty() ? error.driverText() : error.databaseText(),
+    Raise(isBusy(error) ? errors::DatabaseLocked : errors::Sql,
+          error.databaseText().isEmpty() ? error.driverText() : error.databaseText(),
           databaseSource());
 }
 

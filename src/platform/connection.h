@@ -1,7 +1,8 @@
 // A connection to one database file. Opening never creates a file and reads the schema at once, so
 // that a file that isn't a database is found out here.
 //
-// A database that another process keeps locked is an error after a quarter of a second, no freeze.
+// A database that another process keeps locked is the error DatabaseLocked after a quarter of a
+// second, or at once where nothing may wait.
 // Record sets on a connection are gone before it is.
 //
 //     Connection connection(path);                  // raises DatabaseOpen
@@ -27,9 +28,12 @@ struct Column {
     bool allowsNull = true;
 };
 
+/// How long a statement waits for a database that another process keeps locked.
+enum class LockWait { Brief, None };
+
 class Connection {
   public:
-    explicit Connection(const QString& path);
+    explicit Connection(const QString& path, LockWait wait = LockWait::Brief);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -47,6 +51,11 @@ class Connection {
     /// Beginning takes the write lock at once, so no statement in between can wait for it.
     void begin();
     void commit();
+    /// Takes back what was written since begin; nothing outside a transaction. Raises nothing.
+    void rollback();
+
+    /// Whether this process has a connection open on that file.
+    static bool isOpenOn(const QString& path);
 
     /// A statement with ? for its values, prepared once for the connection's life. Reset it with
     /// finish() after use. Raises Sql.
@@ -60,6 +69,7 @@ class Connection {
     void close();
 
     QString m_path;
+    LockWait m_wait;
     QString m_name;
     QSqlDatabase m_database;
     QHash<QString, QList<Column>> m_columns;
@@ -67,7 +77,7 @@ class Connection {
     bool m_inTransaction = false;
 };
 
-/// Raises Sql with the text of the query's error.
+/// Raises Sql, or DatabaseLocked, with the text of the query's error.
 [[noreturn]] void RaiseSql(const QSqlQuery& query);
 
 /// A name between double quotes, as SQL wants it whatever it holds.

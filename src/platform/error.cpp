@@ -26,6 +26,7 @@ constexpr Row errorTexts[] = {
     {errors::NoObject, "Object variable not set"},
     {errors::BadFindText, "The find text is not valid"},
     {errors::NoCurrentRecord, "There is no current record"},
+    {errors::DatabaseLocked, "The database is in use by another program"},
     {errors::DatabaseOpen, "The database could not be opened"},
     {errors::Sql, "The database did not accept the statement"},
 };

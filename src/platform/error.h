@@ -28,6 +28,7 @@ inline constexpr int PathAccess = 75;
 inline constexpr int NoObject = 91;
 inline constexpr int BadFindText = 3001;
 inline constexpr int NoCurrentRecord = 3021;
+inline constexpr int DatabaseLocked = 3260; ///< somebody else uses it; worth another try
 inline constexpr int DatabaseOpen = -2147467259;
 inline constexpr int Sql = -2147217900;
 } // namespace errors

@@ -58,6 +58,7 @@ class Progress {
     virtual void show(const QString& caption) = 0;
     virtual void setPercent(int percent) = 0; ///< 0 to 100; lets events through
     virtual void close() = 0;
+    virtual bool isShown() const = 0;
 };
 
 enum class DayState { Stopped, Running, OnBreak };
@@ -120,6 +121,8 @@ class Events {
     virtual void yield() = 0;
     /// Runs events until the condition holds. Ends early, with False, when the program shuts down.
     virtual bool waitUntil(const std::function<bool()>& condition) = 0;
+    /// Runs events for so long; the user's input waits. For waits that have an end of their own.
+    virtual void pause(int milliseconds) = 0;
 };
 
 class Clipboard {

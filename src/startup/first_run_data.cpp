@@ -3,11 +3,11 @@
 #include "frame/help_topics.h"
 #include "frame/program_folder.h"
 #include "frame/trace.h"
+#include "history/day_history.h"
 #include "platform/ports.h"
 #include "platform/recordset.h"
 #include "platform/skip_errors.h"
 #include "platform/texts.h"
-#include "timevalues/day_history.h"
 #include "timevalues/time_values.h"
 
 #include <QDir>

@@ -5,6 +5,7 @@
 #include "frame/program_folder.h"
 #include "frame/settings.h"
 #include "frame/trace.h"
+#include "history/day_history.h"
 #include "options/program_options.h"
 #include "platform/ports.h"
 #include "platform/skip_errors.h"
@@ -13,7 +14,6 @@
 #include "startup/first_run_data.h"
 #include "timekeeping/shut_down.h"
 #include "timesheets/template_variables.h"
-#include "timevalues/day_history.h"
 #include "tray/hidden_form.h"
 #include "update/auto_update.h"
 

@@ -50,6 +50,7 @@ class ControlModel : public QObject {
   signals:
     void DailyChartChanged();
     void LayoutChanged(); ///< visibility, sizes: lay out again
+    void DateChanged();   ///< the clock's date, or the date of the entries
 
   private:
     chartspace::Chart m_dailyChart;

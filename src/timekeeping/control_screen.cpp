@@ -7,17 +7,21 @@
 #include "frame/settings.h"
 #include "frame/status_text.h"
 #include "frame/trace.h"
+#include "frame/waiting_questions.h"
+#include "history/roll_up.h"
 #include "platform/ports.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
 #include "timekeeping/break_down.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_views.h"
+#include "timekeeping/day_change.h"
+#include "timekeeping/day_load.h"
+#include "timekeeping/day_questions.h"
 #include "timekeeping/tray_state.h"
 #include "timekeeping/week_hours.h"
 #include "timekeeping/working_day.h"
 #include "timevalues/day_file.h"
-#include "timevalues/day_history.h"
 
 #include <QScopeGuard>
 
@@ -62,7 +66,7 @@ void tellDamagedDay(const RuntimeError& error) {
 
 void loadDay() {
     try {
-        LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries);
+        LoadDay();
     } catch (const RuntimeError& error) {
         tellDamagedDay(error);
         throw;
@@ -142,6 +146,7 @@ void RestoreProjectName() {
 
 void StartProjectByName(const QString& name) {
     EnsureControlScreenLoaded();
+    FollowClock();
     const qsizetype entries = DayEntries.size();
     Control().smuiProjectStatus.setValue(projectName, name);
     const OpenTable* opened = nullptr;
@@ -177,6 +182,7 @@ void TimeCtrlClick(const QString& key) {
         {"STOP", StopDay},
         {"BREAK",
          [] {
+             FollowClock();
              if (EntryRunning())
                  ModifySysTrayStatusHeading(QStringLiteral("Break"));
          }},
@@ -236,6 +242,7 @@ namespace {
 /// A project chosen in the Database Manager becomes the day's.
 void takeSelection(const QString& name, const QString& number) {
     EnsureControlScreenLoaded();
+    FollowClock();
     const qsizetype entries = DayEntries.size();
     const QString heading = StatusHeading;
     AddRecentProject(name);
@@ -252,14 +259,29 @@ void takeSelection(const QString& name, const QString& number) {
     }
 }
 
+/// The settings that the control screen shows the effect of.
+void followSetting(const QString& name) {
+    if (ControlScreenLoaded && (name == u"StartOfWeek" || name == u"TimeIncrements")) {
+        SetLVWColumnHeaders();
+        FillWeekView();
+    }
+}
+
 } // namespace
 
 void WireControlScreen() {
     selectionSinks.day = {takeSelection, RestoreProjectName};
+    RegisterDayQuestions();
     static bool wired = false;
     if (std::exchange(wired, true))
         return;
     ControlModel& control = Control();
+    QObject::connect(&Questions(), &WaitingQuestions::Answered, &control,
+                     [] { Guarded(QStringLiteral("SaveDayFile"), SaveDayFile); });
+    QObject::connect(&SettingsSignal(), &SettingsChanges::Changed, &control,
+                     [](const QString&, const QString& name) {
+                         Guarded(QStringLiteral("SettingsChanged"), [&] { followSetting(name); });
+                     });
     QObject::connect(&control.smuiTimeCtrl, &KeyedItems::Clicked, &control, [](const QString& key) {
         Guarded(QStringLiteral("smuiTimeCtrl_Click"), [&] { TimeCtrlClick(key); });
     });

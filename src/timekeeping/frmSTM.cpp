@@ -19,6 +19,7 @@
 #include "widgets/keyed_panel.h"
 #include "widgets/keyed_tool_bar.h"
 #include "widgets/named.h"
+#include "widgets/question_bar.h"
 #include "widgets/running_header.h"
 #include "widgets/tab_strip.h"
 #include "widgets/theme.h"
@@ -171,6 +172,7 @@ void frmSTM::arrange() {
     auto* right = new QVBoxLayout;
     right->setSpacing(theme::Step);
     right->addWidget(m_header);
+    right->addWidget(new QuestionBar(this));
     right->addWidget(Splitter2, 1);
     auto* upper = new QWidget;
     auto* panels = new QHBoxLayout(upper);

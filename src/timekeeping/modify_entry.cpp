@@ -3,18 +3,22 @@
 #include "frame/error_report.h"
 #include "frame/globals.h"
 #include "frame/recent_projects.h"
+#include "history/roll_up.h"
 #include "platform/ports.h"
+#include "platform/texts.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
 #include "timekeeping/break_down.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/daily_chart.h"
+#include "timekeeping/day_change.h"
 #include "timekeeping/modify_model.h"
 #include "timekeeping/modify_rules.h"
+#include "timekeeping/tray_state.h"
 #include "timekeeping/week_hours.h"
 #include "timekeeping/working_day.h"
 #include "timevalues/day_file.h"
-#include "timevalues/day_history.h"
+#include "timevalues/entry_times.h"
 #include "timevalues/time_values.h"
 
 #include <utility>
@@ -69,13 +73,29 @@ void requireSameEntry() {
               QStringLiteral("The entry is no longer in today's list; nothing was changed"));
 }
 
+bool overlaps(const QString& stop, const QString& start) {
+    return !stop.isEmpty() && ToMinutes(stop) > ToMinutes(start);
+}
+
+/// Whether the entry in front ends where the edited one begins now: they touched before, or would
+/// overlap.
+bool isLinkedBack(const DayEntry& before, const DayEntry& old) {
+    return old.StartTime == before.StopTime || overlaps(before.StopTime, EditedEntry.StartTime);
+}
+
+/// The same for the entry behind. The start of a running one follows an edited stop over any gap.
+bool isLinkedForward(const DayEntry& old, const DayEntry& next) {
+    const bool stopEdited = EditedEntry.StopTime != old.StopTime;
+    return (stopEdited && (next.StopTime.isEmpty() || old.StopTime == next.StartTime)) ||
+           overlaps(EditedEntry.StopTime, next.StartTime);
+}
+
 /// The day with EditedEntry in its place and one step of ripple to each side.
 QList<DayEntry> rippledDay(int index) {
     QList<DayEntry> day = DayEntries;
     const DayEntry old = At(day, index);
-    const bool linkedBack = index > 0 && old.StartTime == day[index - 1].StopTime;
-    const bool linkedForward = index + 1 < day.size() && (day[index + 1].StopTime.isEmpty() ||
-                                                          old.StopTime == day[index + 1].StartTime);
+    const bool linkedBack = index > 0 && isLinkedBack(day[index - 1], old);
+    const bool linkedForward = index + 1 < day.size() && isLinkedForward(old, day[index + 1]);
     day[index] = EditedEntry;
     if (linkedBack) {
         day[index - 1].StopTime = EditedEntry.StartTime;
@@ -88,7 +108,16 @@ QList<DayEntry> rippledDay(int index) {
     return day;
 }
 
+/// A break that is on goes on from now with what the running entry holds, which may be edited; the
+/// break of an entry that got its stop is over.
+void rearmBreak() {
+    ForgetBreak();
+    if (OnBreak == 1)
+        BeginBreak(ClockText(ports.clock->time()));
+}
+
 bool refusedOrSaved() {
+    FollowClock();
     const int index = Modify().EntryIndex;
     requireSameEntry();
     if (VerifyAllTimes(true))
@@ -96,8 +125,15 @@ bool refusedOrSaved() {
     EditedEntry.TotalTime = CalCurTotalTime();
     if (VerifyTimeOrder(index))
         return true;
-    DayEntries = rippledDay(index);
+    UpdateCurrentEntry(); // an open break is counted up to now, whichever entry is edited
+    const QList<DayEntry> rippled = rippledDay(index);
+    const QString formerProject = DayEntries[index].ProjectName;
+    DayEntries = rippled;
+    CurrentEntryIndex = RunningIndex();
+    rearmBreak();
     Modify().opened = EditedEntry;
+    if (formerProject != EditedEntry.ProjectName)
+        DeleteSpecificProjectFromDB(formerProject); // entries of it that are left bring it back
     SaveDayFile();
     Control().smuiBreakDown.clear();
     FillBreakDownList();

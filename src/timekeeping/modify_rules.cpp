@@ -4,6 +4,7 @@
 #include "platform/ports.h"
 #include "platform/texts.h"
 #include "timekeeping/modify_model.h"
+#include "timevalues/entry_times.h"
 #include "timevalues/time_values.h"
 
 #include <array>
@@ -106,7 +107,7 @@ QString CalCurTotalTime() {
 }
 
 QString CalOtherTotalTime(const DayEntry& entry) {
-    return MinutesToText(ToMinutes(orNow(entry.StopTime)) - ToMinutes(entry.StartTime));
+    return MinutesToText(SpanBetween(entry.StartTime, orNow(entry.StopTime)));
 }
 
 bool VerifyAllTimes(bool showMessages) {

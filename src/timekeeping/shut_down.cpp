@@ -1,7 +1,10 @@
 #include "timekeeping/shut_down.h"
 
+#include "frame/error_report.h"
+#include "history/roll_up.h"
 #include "platform/ports.h"
 #include "platform/skip_errors.h"
+#include "timekeeping/day_change.h"
 #include "timevalues/day_file.h"
 
 namespace kelvrane {
@@ -38,9 +41,21 @@ void UnloadAllForms() {
         step([screen] { ports.screens->unload(screen); });
 }
 
-void ShutDownProgram() {
+void SaveForEnd() {
+    // A process that never loaded the day, such as a collection's viewer, has none to save, and the
+    // files are perhaps being written by the one that has.
+    if (!DayIsKnown())
+        return;
+    const QuietReports quiet; // a box that nobody closes would keep the session from ending
     SkipErrors step(QStringLiteral("ShutDownProgram"));
+    FollowClock();
     step([] { SaveDayFile(); });
+    step([] { AddDataToDayInfoDataBase(); });
+    step([] { FinishRollUp(); });
+}
+
+void ShutDownProgram() {
+    SaveForEnd();
     EndProgram();
 }
 

@@ -11,6 +11,11 @@ bool EntryRunning() {
            DayEntries[CurrentEntryIndex].StopTime.isEmpty();
 }
 
+int RunningIndex() {
+    const bool runs = !DayEntries.isEmpty() && DayEntries.last().StopTime.isEmpty();
+    return runs ? int(DayEntries.size()) - 1 : -1;
+}
+
 DayState CurrentDayState() {
     if (!EntryRunning())
         return DayState::Stopped;

@@ -9,6 +9,8 @@ namespace kelvrane {
 
 /// Whether an entry is current and has no stop yet.
 bool EntryRunning();
+/// Index of the last entry when it runs; -1 when nothing does.
+int RunningIndex();
 DayState CurrentDayState();
 /// Work minutes of all entries as a span text, also of a day that was stopped; entries that can't
 /// be read don't count.

@@ -2,12 +2,12 @@
 
 #include "frame/globals.h"
 #include "frame/program_folder.h"
+#include "history/day_history.h"
 #include "platform/ports.h"
 #include "platform/recordset.h"
 #include "platform/skip_errors.h"
 #include "platform/texts.h"
 #include "timekeeping/control_model.h"
-#include "timevalues/day_history.h"
 #include "timevalues/time_values.h"
 
 #include <algorithm>

@@ -1,10 +1,10 @@
 #include "timekeeping/working_day.h"
 
 #include "frame/globals.h"
-#include "frame/program_folder.h"
 #include "frame/settings.h"
 #include "frame/status_text.h"
 #include "frame/tray_menus.h"
+#include "history/roll_up.h"
 #include "platform/ports.h"
 #include "platform/skip_errors.h"
 #include "platform/texts.h"
@@ -12,13 +12,13 @@
 #include "timekeeping/break_down.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/daily_chart.h"
+#include "timekeeping/day_change.h"
 #include "timekeeping/shut_down.h"
 #include "timekeeping/tray_state.h"
 #include "timekeeping/week_hours.h"
-#include "timevalues/compaction.h"
 #include "timevalues/counter.h"
 #include "timevalues/day_file.h"
-#include "timevalues/day_history.h"
+#include "timevalues/entry_times.h"
 #include "timevalues/time_values.h"
 
 namespace kelvrane {
@@ -61,8 +61,11 @@ void stampRunningEntry(const QString& now) {
     const QString key = BreakDownKey(EntryRow::StopTime, CurrentEntryIndex);
     if (!list.value(key).isEmpty())
         return;
-    At(DayEntries, CurrentEntryIndex).StopTime = now;
+    FinishCurrentEntry(ToMinutes(now));
+    const DayEntry& entry = DayEntries[CurrentEntryIndex];
     list.setValue(key, now);
+    list.setValue(BreakDownKey(EntryRow::BreakTime, CurrentEntryIndex), entry.BreakTime);
+    list.setValue(BreakDownKey(EntryRow::TotalTime, CurrentEntryIndex), entry.TotalTime);
 }
 
 void refreshViews() {
@@ -78,17 +81,21 @@ void StartNewProject(const QString& criterion) {
     // The record is read before the day is touched: a table without records changes nothing.
     FindProjectRecord(criterion);
     const QString number = ProjectRecords().text(project_column::Number);
-    if (DayEntries.isEmpty())
+    if (DayEntries.isEmpty()) {
         Control().smuiBreakDown.clear(); // rows of a day that was dropped at midnight
-    DayStopped = false;
+        DayDate = ports.clock->today();
+    }
     const QString now = nowAsClockText();
+    UpdateCurrentEntry(); // also one that was stopped from the tray
     stampRunningEntry(now);
+    DayStopped = false;
     KeyedItems& fields = Control().smuiProjectStatus;
     const QString name = fields.value(projectName);
     setStatusFields({name, number, now, {}, MinutesToText(0), MinutesToText(0)});
     counter().ResetTimer();
     counter().StartCounting();
     BreakMinutes = 0;
+    ForgetBreak();
     AddDayEntry(name);
     SaveDayFile();
     StatusHeading = name;
@@ -142,6 +149,7 @@ void FindProjectRecord(const QString& criterion) {
 
 void StopCurrentEntry() {
     SkipErrors step(QStringLiteral("StopCurrentEntry"));
+    FollowClock();
     StatusHeading.clear();
     const QString now = nowAsClockText();
     if (ControlScreenLoaded) {
@@ -152,14 +160,15 @@ void StopCurrentEntry() {
         step([] { setStatusFields({}); });
         step([] { SetStatusText(StatusHeading); });
     }
-    step([&] { At(DayEntries, CurrentEntryIndex).StopTime = now; });
+    step([&] { FinishCurrentEntry(ToMinutes(now)); });
     step([] { SaveDayFile(); });
     step([] { AddDataToDayInfoDataBase(); });
-    step([] { CompactDatabaseFile(AppPath(), QStringLiteral("DayInfo"), true); });
+    step([] { CompactAfterRollUp(); });
     step([] { RefreshTrayState(); });
 }
 
 void StopDay() {
+    FollowClock();
     if (!EntryRunning())
         return;
     StopCurrentEntry();
@@ -168,6 +177,9 @@ void StopDay() {
 }
 
 void QuitAndSaveDay() {
+    FollowClock();
+    SkipErrors step(QStringLiteral("QuitAndSaveDay"));
+    step([] { UpdateCurrentEntry(); });
     if (EntryRunning())
         StopCurrentEntry();
     DayStopped = !EntryRunning();
@@ -176,19 +188,31 @@ void QuitAndSaveDay() {
 }
 
 void ModifySysTrayStatusHeading(const QString& /*Word*/) {
+    FollowClock();
     KeyedItems& menu = Menus().mnuSysTray;
     const QString item = QString::fromLatin1(tray_items::Break);
     if (menu.item(item).caption == offersBreak) {
         menu.setCaption(item, offersEnd);
         OnBreak = 1;
         StatusHeading = Status().text() + onBreakMark;
+        BeginBreak(nowAsClockText());
     } else {
         menu.setCaption(item, offersBreak);
         OnBreak = 0;
         StatusHeading.remove(onBreakMark);
+        EndBreak();
     }
+    if (EntryRunning())
+        SaveDayFile();
     SetStatusText(StatusHeading);
     RefreshTrayState();
+}
+
+void ResetBreakState() {
+    Menus().mnuSysTray.setCaption(QString::fromLatin1(tray_items::Break), offersBreak);
+    OnBreak = 0;
+    StatusHeading.clear();
+    SetStatusText(StatusHeading);
 }
 
 void ShowBreakState() {
@@ -212,13 +236,11 @@ Int16 FillBreakDownList() {
             CurrentEntryIndex = -1;
             return;
         }
-        DayEntry& entry = DayEntries[CurrentEntryIndex];
+        const DayEntry& entry = DayEntries[CurrentEntryIndex];
         BreakMinutes = ToMinutes(entry.BreakTime);
-        const Int16 elapsed = ToMinutes(nowAsClockText()) - ToMinutes(entry.StartTime);
-        entry.TotalTime = MinutesToText(elapsed);
-        entry.BreakTime = MinutesToText(BreakMinutes);
+        UpdateCurrentEntry();
         AppendBreakDown(entry, CurrentEntryIndex);
-        const auto [hours, minutes] = ToHoursAndMinutes({}, elapsed);
+        const auto [hours, minutes] = ToHoursAndMinutes(entry.TotalTime, 0);
         counter().SetTimerMinuteOffset(minutes);
         counter().SetTimerHourOffset(hours);
         setStatusFields(entry);
@@ -273,14 +295,11 @@ void UpdateDayStatistics() {
 void RefreshRunningEntry() {
     SkipErrors step(QStringLiteral("TMR_Minute"));
     step([] { CounterMinutes = counter().TotalHours() * 60 + counter().TotalMinutes(); });
-    if (OnBreak == 1)
-        step([] { BreakMinutes += 1; });
     if (!ControlScreenLoaded || CurrentEntryIndex < 0 || DayStopped)
         return;
     step([] {
-        DayEntry& entry = At(DayEntries, CurrentEntryIndex);
-        entry.TotalTime = MinutesToText(CounterMinutes);
-        entry.BreakTime = MinutesToText(BreakMinutes);
+        UpdateCurrentEntry();
+        const DayEntry& entry = At(DayEntries, CurrentEntryIndex);
         KeyedItems& fields = Control().smuiProjectStatus;
         fields.setValue(totalTime, entry.TotalTime);
         fields.setValue(breakTime, entry.BreakTime);
@@ -295,22 +314,27 @@ void RefreshRunningEntry() {
 }
 
 void DeleteDayEntry(int index) {
+    const DayEntry chosen = DayEntries.value(index);
     if (MsgBox(QStringLiteral("Delete this project?"), QStringLiteral("Delete project?"),
                BoxIcon::Question, BoxButtons::OkCancel) != BoxAnswer::Ok)
         return;
     SkipErrors step(QStringLiteral("mnuSetDataDeleteProject_Click"));
-    QString removed;
-    step([&] {
-        removed = At(DayEntries, index).ProjectName;
-        DayEntries.removeAt(index);
-    });
+    FollowClock();
+    if (index < 0 || index >= DayEntries.size() ||
+        DayEntries[index].StartTime != chosen.StartTime ||
+        DayEntries[index].ProjectName != chosen.ProjectName)
+        return; // the date changed behind the question
+    DayEntries.removeAt(index);
+    CurrentEntryIndex = RunningIndex();
+    if (CurrentEntryIndex < 0)
+        ForgetBreak();
+    step([] { RecomputeTotals(DayEntries); });
+    step([&] { DeleteSpecificProjectFromDB(chosen.ProjectName); });
     step([] { SaveDayFile(); });
-    step([] { LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries); });
-    step([&] { DeleteSpecificProjectFromDB(removed); });
-    step([] { AddDataToDayInfoDataBase(); });
     step([] { Control().smuiBreakDown.clear(); });
     step([] { FillBreakDownList(); });
     step([] { UpdateDailyChart(); });
+    step([] { UpdateDayStatistics(); });
     step([] { FillWeekView(); });
     step([] { RearmRunningEntry(); }); // the running entry may be the one that went
 }

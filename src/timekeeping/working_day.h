@@ -27,6 +27,8 @@ void StopDay();
 void QuitAndSaveDay();
 /// Flips the break state by the caption of the tray's break item. The word isn't read.
 void ModifySysTrayStatusHeading(const QString& Word);
+/// No break is on, and the tray's item offers one; the status text is empty.
+void ResetBreakState();
 /// After a load during a break: the tray's item offers its end, and the status says so.
 void ShowBreakState();
 

@@ -2,6 +2,7 @@
 
 #include "frame/error_report.h"
 #include "frame/program_folder.h"
+#include "history/day_history.h"
 #include "platform/ports.h"
 #include "platform/recordset.h"
 #include "platform/texts.h"
@@ -9,7 +10,6 @@
 #include "timesheets/sheet_context.h"
 #include "timesheets/sheet_files.h"
 #include "timesheets/template_variables.h"
-#include "timevalues/day_history.h"
 #include "timevalues/time_values.h"
 #include "worksheet/spreadsheet.h"
 

@@ -5,7 +5,6 @@
 #include "platform/ports.h"
 #include "platform/skip_errors.h"
 #include "platform/texts.h"
-#include "timekeeping/week_hours.h"
 #include "timesheets/sheet_calculation.h"
 #include "timesheets/spreadsheet_model.h"
 #include "timesheets/template_files.h"
@@ -35,10 +34,6 @@ bool takeWeekStart(const QString& value) {
         return false;
     StartOfWeek = number;
     SaveRegNumber(ToInt16(number), keys::SpreadSheetInfo, QStringLiteral("StartOfWeek"));
-    if (ControlScreenLoaded) {
-        SetLVWColumnHeaders();
-        FillWeekView();
-    }
     Sheets().layOut();
     return true;
 }

@@ -9,6 +9,7 @@
 #include "frame/help_topics.h"
 #include "frame/program_folder.h"
 #include "frame/settings.h"
+#include "history/roll_up.h"
 #include "platform/ports.h"
 #include "platform/texts.h"
 #include "timesheets/database_list.h"
@@ -18,7 +19,6 @@
 #include "timesheets/spreadsheet_model.h"
 #include "timesheets/template_files.h"
 #include "timesheets/template_variables.h"
-#include "timevalues/day_history.h"
 #include "timevalues/time_values.h"
 #include "worksheet/page_painter.h"
 

@@ -6,6 +6,7 @@
 #include "platform/ports.h"
 #include "platform/skip_errors.h"
 #include "platform/texts.h"
+#include "timekeeping/day_change.h"
 #include "timekeeping/shut_down.h"
 #include "timekeeping/tray_state.h"
 #include "timekeeping/working_day.h"
@@ -92,10 +93,18 @@ void ExitPrompt::writeLabels() {
 }
 
 void ExitPrompt::tick() {
+    const bool hadEntries = CurrentEntryIndex >= 0;
+    FollowClock();
+    if (hadEntries && CurrentEntryIndex < 0) { // the machine slept, and the day is over
+        close();
+        return;
+    }
     RemainingMinutes -= 1;
     writeLabels(); // the editor's labels are overwritten too; that is wanted
-    if (RemainingMinutes == 0)
+    if (RemainingMinutes == 0) {
+        const QuietReports quiet; // nobody answered
         saveAndQuit(true);
+    }
 }
 
 void ExitPrompt::saveAndQuit(bool timedOut) {
@@ -150,16 +159,16 @@ void ExitPrompt::cboTime() {
     const QString value = controls.value(T("cboTime0")) + QLatin1Char(':') +
                           controls.value(T("cboTime1")) + QLatin1Char(' ') +
                           controls.value(T("cboTime2"));
-    SaveRegText(value, keys::Main, T("StopWorkTime"));
     StopWorkTime = value;
+    SaveRegText(value, keys::Main, T("StopWorkTime"));
 }
 
 void ExitPrompt::chkAsk() {
     const bool ticked = !controls.item(T("chkAsk")).ticked;
     controls.setTicked(T("chkAsk"), ticked);
     const QString reminder = ticked ? T("Off") : T("On");
-    SaveRegText(reminder, keys::Main, T("EndDayReminder"));
     EndDayReminder = reminder;
+    SaveRegText(reminder, keys::Main, T("EndDayReminder"));
 }
 
 void ExitPrompt::close() {

@@ -5,6 +5,7 @@
 #include "frame/recent_projects.h"
 #include "frame/tray_menus.h"
 #include "platform/ports.h"
+#include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
 #include "timekeeping/shut_down.h"
 #include "timekeeping/working_day.h"
@@ -75,7 +76,8 @@ frmInfo::frmInfo(QObject* parent)
     connect(m_counter, &cTimer::Minute, this,
             [] { Guarded(QStringLiteral("TMR_Minute"), [] { TMR_Minute(); }); });
     connect(m_timer, &IntervalTimer::Timer, this,
-            [] { Guarded(QStringLiteral("TMR_Minute"), [] { NoticeSleep(); }); });
+            [] { Guarded(QStringLiteral("TMR_Minute"), [] { ReadClocks(); }); });
+    connect(&Control(), &ControlModel::DateChanged, this, CheckForNightlyUpdate);
     connect(&Menus().mnuSysTray, &KeyedItems::Clicked, this, [](const QString& key) {
         Guarded(QStringLiteral("mnuSysTray_Click"), [&] { TrayMenuClick(key); });
     });

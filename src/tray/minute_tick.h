@@ -1,30 +1,22 @@
-// The heartbeat: once a counter minute it refreshes the running entry, applies the time rules and
-// changes the day at midnight.
+// The heartbeat: once a counter minute it lets the day follow the clocks, refreshes the running
+// entry, repeats writes that failed and applies the time rules.
 #pragma once
-
-#include <QDateTime>
 
 namespace kelvrane {
 
-/// Handler of the counter's Minute. Lets no error out. While a tick is being handled, in a box that
-/// one of its rules opened, a further one only refreshes the running entry and changes the day.
+/// Handler of the counter's Minute. Lets no error out, and opens no box: nobody may be there. While
+/// a tick is being handled, behind a box that is open, a further one asks and shows nothing.
 void TMR_Minute();
 
-/// At each of the timer's ten-second ticks: a machine that woke on another date changes the day at
-/// once, before a command can book yesterday's entries on today.
-void NoticeSleep();
+/// At each of the timer's ten-second ticks: what happened to the clocks is noticed within these ten
+/// seconds, so a sleep is known to their accuracy.
+void ReadClocks();
 
-/// What happens at 12:01 AM: a stopped day is dropped, a running entry goes on as one that started
-/// at "12:00 AM" of the new date.
-void ChangeOfDay();
+/// The quiet check for an update that each new date brings.
+void CheckForNightlyUpdate();
 
 /// For the end of the session: keeps edited sheets, saves the day and rolls it up, and stops
-/// nothing. After a sleep that
-/// no tick has settled yet the entries are the last day's: its rows get them, and the file is left.
+/// nothing.
 void SaveForLogOut();
-
-/// Whether a machine that slept missed the change of day between two ticks: a gap of more than ten
-/// minutes that crosses a date.
-bool SleptOverMidnight(const QDateTime& lastTick, const QDateTime& thisTick);
 
 } // namespace kelvrane

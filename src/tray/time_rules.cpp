@@ -1,8 +1,8 @@
 #include "tray/time_rules.h"
 
 #include "frame/globals.h"
+#include "history/roll_up.h"
 #include "platform/ports.h"
-#include "timevalues/day_history.h"
 #include "timevalues/time_values.h"
 
 namespace kelvrane {

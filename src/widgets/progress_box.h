@@ -20,6 +20,7 @@ class ProgressBox : public QObject, public Progress {
     void show(const QString& caption) override;
     void setPercent(int percent) override;
     void close() override;
+    bool isShown() const override { return bool(m_screen); }
 
     /// nullptr while nothing is shown.
     frmProgress* screen() const { return m_screen.get(); }

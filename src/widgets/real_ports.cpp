@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QEvent>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLibrary>
@@ -83,6 +84,12 @@ bool QtEvents::waitUntil(const std::function<bool()>& condition) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     return false;
+}
+
+void QtEvents::pause(int milliseconds) {
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
 void QtEvents::shutDown() {

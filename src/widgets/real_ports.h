@@ -13,6 +13,7 @@ class QtEvents : public QObject, public Events {
     QtEvents();
     void yield() override;
     bool waitUntil(const std::function<bool()>& condition) override;
+    void pause(int milliseconds) override;
 
     /// Ends every wait, those begun later included.
     void shutDown();

@@ -4,6 +4,7 @@
 #include "child.h"
 #include "fault_shim.h"
 #include "frame/program_folder.h"
+#include "history/roll_up.h"
 #include "platform/connection.h"
 #include "platform/recordset.h"
 #include "startup/install_step.h"
@@ -12,7 +13,6 @@
 #include "timekeeping/control_screen.h"
 #include "timekeeping/working_day.h"
 #include "timevalues/day_file.h"
-#include "timevalues/day_history.h"
 
 #include <QDataStream>
 #include <QDir>

@@ -7,6 +7,7 @@
 #include "records/record_tables.h"
 #include "support/working_day_fixture.h"
 #include "timekeeping/control_model.h"
+#include "timekeeping/control_screen.h"
 #include "timevalues/time_values.h"
 
 #include <functional>
@@ -241,6 +242,7 @@ TEST_F(ProgramOptions, TheTemplateComesFromItsDialog) {
 }
 
 TEST_F(ProgramOptions, TheWeekViewFollowsTheStartOfTheWeek) {
+    WireControlScreen();           // its week view follows the settings
     clock.set("2026-03-04 09:00"); // a Wednesday
     choose(Options().smuiSpreadSheet, "WEEKSTARTDAY", "Friday");
     EXPECT_FALSE(Control().lvwWeekView.WeekStartDate.isValid()) << "no control screen yet";

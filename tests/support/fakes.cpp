@@ -6,6 +6,8 @@
 #include "frame/status_text.h"
 #include "frame/trace.h"
 #include "frame/tray_menus.h"
+#include "frame/waiting_questions.h"
+#include "history/roll_up.h"
 #include "platform/skip_errors.h"
 #include "records/record_tables.h"
 #include "records/selection_sinks.h"
@@ -19,10 +21,38 @@
 
 namespace kelvrane::testing {
 
+namespace {
+QDateTime momentOf(const QString& text) {
+    const QDateTime moment =
+        QDateTime::fromString(text, text.size() > 16 ? QStringLiteral("yyyy-MM-dd hh:mm:ss")
+                                                     : QStringLiteral("yyyy-MM-dd hh:mm"));
+    EXPECT_TRUE(moment.isValid()) << text.toStdString();
+    return moment;
+}
+} // namespace
+
 void FakeClock::set(const QString& text) {
-    m_now = QDateTime::fromString(text, text.size() > 16 ? QStringLiteral("yyyy-MM-dd hh:mm:ss")
-                                                         : QStringLiteral("yyyy-MM-dd hh:mm"));
-    EXPECT_TRUE(m_now.isValid()) << text.toStdString();
+    const qint64 seconds = m_now.secsTo(momentOf(text));
+    seconds >= 0 ? pass(seconds) : jump(seconds);
+    m_now = momentOf(text);
+}
+
+void FakeClock::pass(qint64 seconds) {
+    sleep(seconds);
+    m_awake += seconds * 1000;
+}
+
+void FakeClock::sleep(qint64 seconds) {
+    jump(seconds);
+    m_boot += seconds * 1000;
+}
+
+void FakeClock::sleepUntil(const QString& text) {
+    sleep(m_now.secsTo(momentOf(text)));
+}
+
+void FakeClock::jump(qint64 seconds) {
+    m_now = m_now.addSecs(seconds);
 }
 
 void FakeDialogs::expect(const QString& part, BoxAnswer answer) {
@@ -144,6 +174,8 @@ IntervalTimer* FakeTimers::create(QObject* parent) {
 
 ProgramTest::ProgramTest() {
     globals = {};
+    ResetRollUp();
+    Questions().clear();
     SkippedErrors().clear();
     SetAppPath(folder.path());
     ports = {.clock = &clock,
@@ -175,6 +207,7 @@ ProgramTest::~ProgramTest() {
     while (CustomerTable)
         CloseCustomerTable();
     selectionSinks = {};
+    ResetRollUp(); // its timer is one of this test's
     globals = {};
     ports = {};
 }

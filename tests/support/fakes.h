@@ -25,12 +25,22 @@ namespace kelvrane::testing {
 class FakeClock final : public Clock {
   public:
     QDateTime now() const override { return m_now; }
-    /// "yyyy-MM-dd hh:mm" with or without seconds.
+    qint64 bootTime() const override { return m_boot; }
+    qint64 awakeTime() const override { return m_awake; }
+    /// "yyyy-MM-dd hh:mm" with or without seconds. Forward: the machine was awake meanwhile.
+    /// Backward: the clock is set.
     void set(const QString& text);
-    void advanceMinutes(int minutes) { m_now = m_now.addSecs(qint64(minutes) * 60); }
+    void pass(qint64 seconds);  ///< the machine is awake
+    void sleep(qint64 seconds); ///< it is asleep
+    void jump(qint64 seconds);  ///< the clock is set, by so much
+    /// Sleeps until then.
+    void sleepUntil(const QString& text);
+    void advanceMinutes(int minutes) { pass(qint64(minutes) * 60); }
 
   private:
     QDateTime m_now{QDate(2026, 3, 2), QTime(9, 0)};
+    qint64 m_boot = 1'000'000; ///< milliseconds
+    qint64 m_awake = 900'000;
 };
 
 class FakeDialogs final : public Dialogs {
@@ -76,6 +86,7 @@ class FakeProgress final : public Progress {
     }
     void setPercent(int percent) override { percents.append(percent); }
     void close() override { open = false; }
+    bool isShown() const override { return open; }
     QStringList captions;
     QList<int> percents;
     bool open = false;
@@ -179,7 +190,12 @@ class FakeEvents final : public Events {
             onYield();
     }
     bool waitUntil(const std::function<bool()>& condition) override;
+    void pause(int milliseconds) override {
+        paused += milliseconds;
+        yield();
+    }
     int yields = 0;
+    int paused = 0; ///< milliseconds
     std::function<void()> onYield;
 };
 

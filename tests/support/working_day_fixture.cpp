@@ -1,6 +1,9 @@
 #include "support/working_day_fixture.h"
 
 #include "frame/globals.h"
+#include "frame/tray_menus.h"
+#include "frame/waiting_questions.h"
+#include "history/roll_up.h"
 #include "platform/recordset.h"
 #include "startup/database_schema.h"
 #include "timekeeping/control_model.h"
@@ -47,11 +50,25 @@ void WorkingDayTest::start(const QString& name) {
 
 void WorkingDayTest::passMinutes(int minutes) {
     for (int minute = 0; minute < minutes; ++minute) {
-        if (clockFollows)
-            clock.advanceMinutes(1);
-        for (int tick = 0; tick < 6; ++tick)
+        for (int tick = 0; tick < 6; ++tick) {
+            if (clockFollows)
+                clock.pass(10);
             timer.fire();
+        }
     }
+}
+
+void WorkingDayTest::fireRetry() {
+    for (FakeTimer* each : std::as_const(timers.created))
+        if (each->enabled && each->interval() != cTimer::designInterval)
+            each->fire();
+}
+
+QString WorkingDayTest::waitingQuestion(int place) {
+    const QList<WaitingQuestion> waiting = Questions().waiting();
+    if (place >= waiting.size())
+        return {};
+    return waiting[place].text + QLatin1Char('|') + waiting[place].answers.join(QLatin1Char('|'));
 }
 
 QStringList WorkingDayTest::history() {
@@ -79,6 +96,9 @@ void WorkingDayTest::restart() {
     StartOfWeek = old.StartOfWeek;
     ProjectDatabase = old.ProjectDatabase;
     NoRecentProjects = old.NoRecentProjects;
+    ResetRollUp();
+    Questions().clear();
+    Menus().reset();
     counter = std::make_unique<cTimer>(&timer);
     TMR = counter.get();
     Control().reset();

@@ -18,6 +18,10 @@ class WorkingDayTest : public ProgramTest {
     void start(const QString& name);
     /// Six ticks of the counter and a minute of the clock, as often as said.
     void passMinutes(int minutes);
+    /// The retry of a roll-up that failed: the last timer that was made fires.
+    void fireRetry();
+    /// The question that waits, by its place; its first answers' captions behind it.
+    QString waitingQuestion(int place = 0);
     /// "ProjectName|date|total|break" of every row of the history, in the order of their keys.
     QStringList history();
     /// The program was closed and starts again: memory is empty, files and databases stay.

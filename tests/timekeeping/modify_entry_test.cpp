@@ -137,6 +137,40 @@ TEST_F(ModifyEntryTest, EntriesThatDoNotTouchStay) {
     EXPECT_EQ(DayEntries[2].StartTime, "10:50 AM");
 }
 
+TEST_F(ModifyEntryTest, ANeighbourMovesOnlyWhereItMust) {
+    DayEntries[1].StopTime = "10:45 AM"; // a gap before the running entry
+    open(1);
+    edit("BREAK TIME", "5 Minutes");
+    EXPECT_FALSE(VerifyUpdate());
+    EXPECT_EQ(DayEntries[2].StartTime, "11:00 AM"); // only the break was edited
+    DayEntries[2].StopTime = "11:30 AM";
+    open(1);
+    edit("STOP TIME", "11:10 AM"); // over the gap and into the next entry
+    EXPECT_FALSE(VerifyUpdate());
+    EXPECT_EQ(times().last(), "11:10 AM-11:30 AM 20 Minutes");
+    DayEntries[0].StopTime = "9:50 AM"; // a gap in front
+    open(1);
+    edit("START TIME", "9:40 AM"); // into the entry in front
+    EXPECT_FALSE(VerifyUpdate());
+    EXPECT_EQ(times().first(), "9:00 AM-9:40 AM 40 Minutes");
+}
+
+TEST_F(ModifyEntryTest, AnotherProjectTakesItsRowAlong) {
+    start("Alpha"); // a second entry of it, at 12:00
+    passMinutes(30);
+    WireModify();
+    for (const auto& [index, kept] : {std::pair(1, 0), std::pair(0, 30)}) {
+        open(index);
+        selectionSinks.modify.select("Gamma", "Alpha");
+        click("cmdUpdate");
+        const QString former = index == 1 ? "Beta" : "Alpha";
+        const QString row = QStringLiteral("%1|3/2/2026|%2|0").arg(former).arg(kept);
+        EXPECT_EQ(history().contains(row), kept > 0) << history().join('\n').toStdString();
+    }
+    EXPECT_TRUE(history().contains("Gamma|3/2/2026|180|0"));
+    EXPECT_EQ(history().size(), 2);
+}
+
 TEST_F(ModifyEntryTest, EachRefusalHasItsMessageAndChangesNothing) {
     struct Case {
         int index;

@@ -1,3 +1,4 @@
+#include "frame/day_tail.h"
 #include "support/fakes.h"
 #include "timevalues/day_file.h"
 
@@ -44,7 +45,8 @@ TEST_F(DayFileTest, ComesBackAsItWentInWithTheRunningTotalUpToNow) {
 
 TEST_F(DayFileTest, KeepsNamesAsTheyAre) {
     for (const QString& name :
-         {QStringLiteral("O'Neil & \"Sons\" <x>"), QString::fromUtf8("Été 🙂 日本"),
+         {QStringLiteral("O'Neil & \"Sons\" <x>"), QStringLiteral("C# tool; phase 2"),
+          QStringLiteral("C:\\work\\"), QString::fromUtf8("Été 🙂 日本"),
           QString(10'000, QLatin1Char('n'))}) {
         DayEntries = {finished};
         DayEntries[0].ProjectName = name;
@@ -53,7 +55,7 @@ TEST_F(DayFileTest, KeepsNamesAsTheyAre) {
         ASSERT_EQ(DayEntries.size(), 1);
         EXPECT_EQ(DayEntries[0].ProjectName, name);
     }
-    // A line break can't end an entry early; a ";" shifts the fields, which is known.
+    // A line break can't end an entry early.
     DayEntries[0].ProjectName = QStringLiteral("two\nlines");
     SaveDayFile();
     load();
@@ -65,20 +67,39 @@ TEST_F(DayFileTest, CorrectsAFinishedTotalAndRewritesTheFile) {
              "Beta;1;2:00 PM;1:55 PM;0 Minutes;0 Minutes\n");
     load();
     EXPECT_EQ(DayEntries[0].TotalTime, "2 Hours 5 Minutes");
-    EXPECT_EQ(DayEntries[1].TotalTime, "-5 Minutes");
+    EXPECT_EQ(DayEntries[1].TotalTime, "0 Minutes"); // never below zero
     EXPECT_TRUE(fileBytes("Fileinfo.dat").contains("2 Hours 5 Minutes"));
     EXPECT_TRUE(fileBytes("Fileinfo.dat").startsWith("Time: 11:42 AM"));
 }
 
-TEST_F(DayFileTest, DropsAnotherDateButKeepsOneCopy) {
+TEST_F(DayFileTest, HandsAnotherDateBackAsItWasSaved) {
     writeDay("Alpha;1001;9:05 AM;;0 Minutes;0 Minutes\n", "3/13/2002");
     const QByteArray before = fileBytes("Fileinfo.dat");
     load();
-    EXPECT_TRUE(DayEntries.isEmpty());
-    EXPECT_EQ(CurrentEntryIndex, -1);
     EXPECT_EQ(LastFileStatus, 105);
+    EXPECT_EQ(VerifyDayFile(), 105);
+    EXPECT_EQ(DayDate, QDate(2002, 3, 13));
+    ASSERT_EQ(DayEntries.size(), 1);
+    EXPECT_EQ(DayEntries[0].TotalTime, "0 Minutes"); // not up to a now of another date
+    EXPECT_EQ(fileBytes("Fileinfo.dat"), before);
+    PutDayFileBy();
     EXPECT_FALSE(QFile::exists(path("Fileinfo.dat")));
     EXPECT_EQ(fileBytes("Fileinfo.dat.last"), before);
+}
+
+TEST_F(DayFileTest, KeepsWhatStandsBehindTheEntries) {
+    const QByteArray tail = "break=10:05 AM;5\nfrom a later version=1;2\n";
+    writeDay("Beta;1002;10:10 AM;;0 Minutes;1 Hours 32 Minutes\n\n\n" + tail);
+    load();
+    EXPECT_EQ(TailValues(tail::Break), QStringList{"10:05 AM;5"});
+    SetTailValues(tail::Break, {});
+    SetTailValues(tail::Delete, {"a", "two\nlines"});
+    SaveDayFile();
+    EXPECT_TRUE(fileBytes("Fileinfo.dat")
+                    .endsWith("32 Minutes\n\n\nfrom a later version=1;2\ndelete=a\ndelete=two "
+                              "lines\n"));
+    load();
+    EXPECT_EQ(TailValues(tail::Delete).size(), 2);
 }
 
 TEST_F(DayFileTest, BrokenFilesNeverCrash) {
@@ -127,13 +148,18 @@ TEST_F(DayFileTest, AFailedSaveLeavesTheOldFileAndSaysSo) {
     DayEntries = {finished, running};
     SaveDayFile();
     EXPECT_EQ(fileBytes("Fileinfo.dat"), before);
+    SaveDayFile(); // said once
     ASSERT_EQ(tray.notices.size(), 1);
+    EXPECT_TRUE(DayUnsaved);
     QFile::setPermissions(path("Fileinfo.dat"), QFile::ReadOwner | QFile::WriteOwner);
     SaveDayFile();
     EXPECT_TRUE(fileBytes("Fileinfo.dat").contains("Beta"));
-    DayEntries.clear(); // an empty day has nothing to write and leaves the file alone
+    EXPECT_FALSE(DayUnsaved);
+    DayEntries.clear(); // a day without entries is a file with its header alone
     SaveDayFile();
-    EXPECT_TRUE(fileBytes("Fileinfo.dat").contains("Beta"));
+    EXPECT_TRUE(fileBytes("Fileinfo.dat").endsWith("Day Info:\n\n\n"));
+    load();
+    EXPECT_TRUE(DayEntries.isEmpty());
 }
 
 } // namespace

@@ -105,8 +105,6 @@ TEST_F(Tick, ARunningEntryCrossesMidnightAsOneEntryOfTheNewDate) {
     EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|119|0", "Alpha|3/3/2026|1|0"}));
     EXPECT_EQ(screens.unloaded, QList<Screen>{Screen::frmSTM});
     EXPECT_TRUE(screens.isVisible(Screen::frmSTM));
-    ASSERT_EQ(internet.requests.size(), 1);
-    EXPECT_TRUE(internet.requests[0].quiet);
     passMinutes(4);
     EXPECT_EQ(Control().smuiProjectStatus.value("TOTAL TIME"), "5 Minutes");
 }
@@ -127,62 +125,13 @@ TEST_F(Tick, AStoppedDayIsDroppedAndTheNextEntryIsTheFirst) {
     EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|0|0", "Beta|3/3/2026|0|0"}));
 }
 
-TEST_F(Tick, AMachineThatSleptOverMidnightBillsNothingOfYesterdayToToday) {
-    clock.set("2026-03-02 17:40");
-    start("Alpha");
-    passMinutes(12);
-    clock.set("2026-03-03 08:10");
-    clockFollows = false;
-    passMinutes(1);
-    ASSERT_EQ(DayEntries.size(), 1);
-    EXPECT_EQ(DayEntries[0].StartTime, "12:00 AM");
-    EXPECT_EQ(history().first(), "Alpha|3/2/2026|12|0"); // what the last tick knew
-    EXPECT_TRUE(fileBytes("Fileinfo.dat").contains("Date: 3/3/2026"));
-    EXPECT_FALSE(SleptOverMidnight(QDateTime(), clock.now()));
-    EXPECT_FALSE(SleptOverMidnight(clock.now(), clock.now().addSecs(3600)));
-}
-
-TEST_F(Tick, WakingAtTheChangeMinuteStillOwesYesterdayItsTotals) {
-    clock.set("2026-03-02 23:40");
-    start("Alpha");
-    passMinutes(4); // the last quarter's roll-up is still to come
-    clock.set("2026-03-03 00:00");
-    passMinutes(1);
-    EXPECT_EQ(history().first(), "Alpha|3/2/2026|4|0");
-    ASSERT_EQ(DayEntries.size(), 1);
-    EXPECT_EQ(DayEntries[0].StartTime, "12:00 AM");
-    EXPECT_EQ(internet.requests.size(), 1); // one change of day, not two
-}
-
-TEST_F(Tick, ADayWhoseScreenIsUnloadedIsChangedAfterASleepToo) {
-    clock.set("2026-03-02 17:40");
-    start("Alpha");
-    passMinutes(12);
-    UnloadControlScreen();
-    clock.set("2026-03-03 08:14");
-    passMinutes(1); // a quarter hour: nothing of yesterday may go to today
-    EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|12|0", "Alpha|3/3/2026|495|0"}));
-}
-
-TEST_F(Tick, ALogOutRightAfterASleepSavesToTheLastDay) {
-    start("Alpha");
-    passMinutes(5);
-    SaveForLogOut();
-    EXPECT_EQ(history(), QStringList{"Alpha|3/2/2026|5|0"});
-    EXPECT_TRUE(fileBytes("Fileinfo.dat").contains(";5 Minutes\n"));
-    passMinutes(2);
-    clock.set("2026-03-03 08:10"); // no tick since
-    SaveForLogOut();
-    EXPECT_EQ(history(), QStringList{"Alpha|3/2/2026|7|0"});
-    EXPECT_TRUE(fileBytes("Fileinfo.dat").contains("Date: 3/2/2026"));
-}
-
 TEST_F(Tick, AProcessThatOnlyShowsACollectionSavesNeitherDayNorLayout) {
     settings->setSection("SingleTimerView", "ChartType", "7");
     Control().reset();
     ControlScreenLoaded = DayStopped = false;
     SaveForLogOut();
     SaveControlLayout();
+    EXPECT_FALSE(disk.exists(path("Fileinfo.dat")));
     EXPECT_FALSE(disk.exists(path("Fileinfo.dat.temp")));
     EXPECT_EQ(settings->section("SingleTimerView", "ChartType", ""), "7");
 }
@@ -190,27 +139,25 @@ TEST_F(Tick, AProcessThatOnlyShowsACollectionSavesNeitherDayNorLayout) {
 TEST_F(Tick, AWakeIsNoticedAtTheNextTickOfTheTimer) {
     const frmInfo form;
     clock.set("2026-03-02 17:40");
-    start("Alpha");
     TMR_Minute();
-    clock.set("2026-03-03 08:10");
+    start("Alpha");
+    clock.sleepUntil("2026-03-03 08:10");
     timers.created[0]->fire();
-    EXPECT_EQ(DayEntries.value(0).StartTime, "12:00 AM");
-    EXPECT_TRUE(fileBytes("Fileinfo.dat").contains("Date: 3/3/2026"));
+    EXPECT_TRUE(DayEntries.isEmpty());
+    EXPECT_EQ(history(), QStringList{"Alpha|3/2/2026|0|0"});
+    EXPECT_EQ(internet.requests.size(), 1); // the check for an update of the new date
 }
 
 TEST_F(Tick, BehindAnOpenBoxTheCounterGoesOn) {
-    AutoSave = "On";
+    StopWorkTime = "9:05 AM";
     start("Alpha");
-    passMinutes(14);
-    DayEntries[0].ProjectName = "O'Neil"; // the quarter hour's roll-up opens the report
-    dialogs.expect("AddDataToDayInfoDataBase");
+    dialogs.expect("Do you really want to exit Kelvrane?", BoxAnswer::Cancel);
     dialogs.whileOpen = [this](const Box&) {
         dialogs.whileOpen = {};
-        passMinutes(20); // over the next quarter: no second report
+        passMinutes(20);
     };
-    passMinutes(1);
-    EXPECT_EQ(DayEntries[0].TotalTime, "35 Minutes");
-    EXPECT_EQ(dialogs.shown.size(), 1);
+    TrayMenuClick("mnuSysTrayExit");
+    EXPECT_EQ(DayEntries[0].TotalTime, "20 Minutes");
 }
 
 TEST_F(Tick, NothingHappensBeforeTheDayIsLoaded) {

@@ -1,0 +1,122 @@
+#include "timekeeping/day_load.h"
+
+#include "frame/day_tail.h"
+#include "frame/globals.h"
+#include "frame/waiting_questions.h"
+#include "history/roll_up.h"
+#include "platform/ports.h"
+#include "timekeeping/day_change.h"
+#include "timekeeping/day_questions.h"
+#include "timekeeping/day_steps.h"
+#include "timekeeping/tray_state.h"
+#include "timevalues/clock_watch.h"
+#include "timevalues/day_file.h"
+#include "timevalues/entry_times.h"
+#include "timevalues/time_values.h"
+
+#include <QScopeGuard>
+
+#include <algorithm>
+#include <utility>
+
+namespace kelvrane {
+
+namespace {
+
+/// Ends with the total that it was saved with, on its own date.
+void finishAsSaved(DayEntry& entry) {
+    const int end = ToMinutes(entry.StartTime) + ToMinutes(entry.TotalTime);
+    entry.StopTime = ClockTextOf(std::min(end, MinutesOfDay - 1));
+}
+
+/// The file held a day that is over.
+void closeLoadedDay() {
+    StoredDay day{DayDate, std::exchange(DayEntries, {}), {}, {}};
+    CurrentEntryIndex = -1;
+    for (const QString& name : TailValues(tail::Delete))
+        day.tail.append(QString::fromLatin1(tail::Delete) + QLatin1Char('=') + name);
+    SetTailValues(tail::Delete, {});
+    ForgetBreak();
+    CloseStoredDay(day);
+    DayDate = {};
+    PutDayFileBy();
+    if (!DayTail().isEmpty())
+        SaveDayFile();
+}
+
+/// Nobody knows how long ago a day of a later date was left: what ran ended as it was saved, and
+/// its project goes on from now.
+void openLaterDay(int now) {
+    const qsizetype firstSince = DayEntries.size();
+    if (EntryRunning()) {
+        const DayEntry next = EntryFrom(DayEntries.last(), now);
+        finishAsSaved(DayEntries.last());
+        AppendRunning(next);
+    }
+    AskAboutClock(firstSince);
+}
+
+/// A running entry never gets less than it was saved with. Where the clock was set back meanwhile
+/// its start moves, or it ends and its project goes on from now.
+void keepSavedTotal(int now) {
+    DayEntry& entry = DayEntries.last();
+    const int total = ToMinutes(entry.TotalTime);
+    const int back = ToMinutes(entry.StartTime) - (now - total);
+    if (back <= 0)
+        return;
+    if (now - total >= 0) {
+        entry.StartTime = ClockTextOf(now - total);
+        if (!BreakBegan.isEmpty())
+            BreakBegan = ClockTextOf(std::max(ToMinutes(BreakBegan) - back, 0));
+        WriteBreakToTail();
+    } else {
+        const DayEntry next = EntryFrom(entry, now);
+        finishAsSaved(entry);
+        AppendRunning(next);
+    }
+    SaveDayFile();
+}
+
+void openLoadedDay() {
+    const WallMoment now = MomentOf(ports.clock->now());
+    CurrentEntryIndex = qint64(DayEntries.size()) - 1;
+    ReadBreakFromTail();
+    if (!EntryRunning())
+        ForgetBreak();
+    else if (!BreakBegan.isEmpty())
+        OnBreak = 1;
+    if (DayDate > now.date)
+        openLaterDay(now.minute);
+    else if (EntryRunning())
+        keepSavedTotal(now.minute);
+}
+
+void readFile() {
+    const auto take = qScopeGuard([] {
+        Questions().readTail();
+        if (DayDate.isValid() && DayDate < ports.clock->today())
+            closeLoadedDay();
+        else if (DayDate.isValid())
+            openLoadedDay();
+    });
+    LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries);
+}
+
+} // namespace
+
+void LoadDay() {
+    RegisterDayQuestions();
+    if (!KeepsDay)
+        return;
+    FollowClock();
+    LastReading = ports.clock->read();
+    if (DayDate.isValid() && !DayEntries.isEmpty()) {
+        if (RecomputeTotals(DayEntries) || DayUnsaved)
+            SaveDayFile();
+        return;
+    }
+    FindClosedDays();
+    readFile();
+}
+
+} // namespace kelvrane

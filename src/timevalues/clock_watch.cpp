@@ -1,0 +1,45 @@
+#include "timevalues/clock_watch.h"
+
+#include <cstdlib>
+
+namespace kelvrane {
+
+namespace {
+
+constexpr qint64 jumpSeconds = 60;
+constexpr qint64 sleepMilliseconds = 60'000;
+constexpr qint64 daySeconds = 24 * 60 * 60;
+constexpr int dayMinutes = 24 * 60;
+
+/// Seconds of the wall clock as if there were no zones.
+qint64 wallSeconds(const QDateTime& wall) {
+    return wall.date().toJulianDay() * daySeconds + wall.time().msecsSinceStartOfDay() / 1000;
+}
+
+WallMoment momentAt(qint64 seconds) {
+    return {.date = QDate::fromJulianDay(seconds / daySeconds),
+            .minute = int(seconds % daySeconds / 60)};
+}
+
+} // namespace
+
+WallMoment MomentOf(const QDateTime& wall) {
+    return momentAt(wallSeconds(wall));
+}
+
+ClockStep StepBetween(const ClockReading& last, const ClockReading& now) {
+    const qint64 passed = now.boot - last.boot;
+    const qint64 expected = wallSeconds(last.wall) + passed / 1000;
+    const bool jumped = std::abs(wallSeconds(now.wall) - expected) > jumpSeconds;
+    return {.last = MomentOf(last.wall),
+            .expected = jumped ? momentAt(expected) : MomentOf(now.wall),
+            .now = MomentOf(now.wall),
+            .slept = passed - (now.awake - last.awake) >= sleepMilliseconds,
+            .jumped = jumped};
+}
+
+qint64 MinutesBetween(const WallMoment& from, const WallMoment& to) {
+    return from.date.daysTo(to.date) * dayMinutes + to.minute - from.minute;
+}
+
+} // namespace kelvrane

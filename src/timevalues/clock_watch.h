@@ -1,0 +1,38 @@
+// What happened between two readings of the clocks: time that really passed, a sleep of the
+// machine, a wall clock that was set or changed to summer time.
+//
+// It is told in two steps. First the time passed on the old clock, from `last` to `expected`; then
+// the clock jumped, from `expected` to `now`. Without a jump the last two are the same.
+#pragma once
+
+#include "platform/clock.h"
+
+#include <QDate>
+
+namespace kelvrane {
+
+/// A place on the wall, which may come twice or never: no offset, no zone.
+struct WallMoment {
+    QDate date;
+    int minute = 0; ///< of the day, 0 to 1439
+
+    bool operator==(const WallMoment&) const = default;
+};
+
+struct ClockStep {
+    WallMoment last;
+    WallMoment expected;
+    WallMoment now;
+    bool slept = false;  ///< a minute or more of the time passed asleep, beginning at `last`
+    bool jumped = false; ///< by more than a minute
+};
+
+WallMoment MomentOf(const QDateTime& wall);
+
+/// Both readings hold a wall clock.
+ClockStep StepBetween(const ClockReading& last, const ClockReading& now);
+
+/// Minutes from one moment to the other, dates included.
+qint64 MinutesBetween(const WallMoment& from, const WallMoment& to);
+
+} // namespace kelvrane
