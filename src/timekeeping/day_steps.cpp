@@ -55,7 +55,7 @@ void CarryOver(int end, QDate date, int start) {
 void EndDay() {
     CloseDay();
     DayStopped = true;
-    PutDayFileBy();
+    RemoveDayFile();
     if (!DayTail().isEmpty())
         SaveDayFile();
     RefreshTrayState();

@@ -266,6 +266,12 @@ void LoadDayFile(const QString& /*mode*/, QList<DayEntry>& entries) {
         SetStatusText(entries[CurrentEntryIndex].ProjectName);
 }
 
+void RemoveDayFile() {
+    SkipErrors step(QStringLiteral("VerifyDayFile"));
+    if (ports.files->exists(DayFilePath()))
+        step([] { ports.files->remove(DayFilePath(), true); });
+}
+
 void PutDayFileBy() {
     if (!ports.files->exists(DayFilePath()))
         return;

@@ -65,8 +65,9 @@ QList<QDate> ClosedDayFiles();
 std::optional<StoredDay> ReadStoredDay(const QString& path);
 /// Writes a day to a file of its own, in one step. Raises the errors of the file store.
 void WriteStoredDay(const QString& path, const StoredDay& day);
-/// Keeps a copy of the day file as the last one, and removes the file. Errors are passed over: what
-/// can't be copied stays.
+/// Errors are passed over.
+void RemoveDayFile();
+/// Keeps a copy of the day file as the last one, and removes the file. What can't be copied stays.
 void PutDayFileBy();
 
 } // namespace kelvrane

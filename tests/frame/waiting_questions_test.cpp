@@ -10,14 +10,14 @@ class Waiting : public testing::ProgramTest {
     Waiting() {
         Questions().registerKind(
             "color",
-            {.text = [](const QStringList& details) { return "Which, " + details[0] + "?"; },
+            {.text = [](const QStringList& details) { return QString("Which, " + details[0] + "?"); },
              .answers =
                  [](const QStringList&) {
                      return QStringList{"Red", "Never"};
                  },
              .take =
                  [this](const QStringList& details, const QString& answer) {
-                     taken.append(details[0] + '=' + answer);
+                     taken.append(QString(details[0] + '=' + answer));
                      return answer != u"Never";
                  }});
     }

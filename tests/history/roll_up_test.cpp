@@ -209,8 +209,8 @@ TEST_F(PendingRollUp, AnEmptiedOrForeignHistoryDoesNotReplaceTheBackup) {
     EXPECT_TRUE(tray.notices.last().contains("backup of the history was kept"));
     QFile::remove(path("DayInfo.mdb"));
     CreateProjectDatabase(path("DayInfo.mdb"));
-    start("Beta");
     dialogs.strict = false;
+    start("Beta");
     TimeCtrlClick("STOP");
     EXPECT_EQ(fileBytes("DayInfo_Backup.mdb"), backup);
 }

@@ -102,8 +102,8 @@ TEST_F(Tick, ARunningEntryCrossesMidnightAsOneEntryOfTheNewDate) {
     ASSERT_EQ(DayEntries.size(), 1);
     EXPECT_EQ(DayEntries[0], (DayEntry{"Alpha", "1001", "12:00 AM", "", "0 Minutes", "1 Minutes"}));
     EXPECT_TRUE(fileBytes("Fileinfo.dat").contains("Date: 3/3/2026"));
-    EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|119|0", "Alpha|3/3/2026|1|0"}));
-    EXPECT_EQ(screens.unloaded, QList<Screen>{Screen::frmSTM});
+    EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|119|0", "Alpha|3/3/2026|0|0"}));
+    EXPECT_EQ(screens.unloaded, (QList<Screen>{Screen::frmModify, Screen::frmSTM}));
     EXPECT_TRUE(screens.isVisible(Screen::frmSTM));
     passMinutes(4);
     EXPECT_EQ(Control().smuiProjectStatus.value("TOTAL TIME"), "5 Minutes");
