@@ -16,6 +16,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -157,6 +158,16 @@ BoxAnswer AgreeingDialogs::ask(const Box& box) {
 
 // ------------------------------------------------------------------------------------- the run
 
+FoldersInMemory::FoldersInMemory() : m_former(qgetenv("TMPDIR")) {
+    const QFileInfo memory(text("/dev/shm"));
+    if (memory.isDir() && memory.isWritable())
+        qputenv("TMPDIR", QFile::encodeName(memory.filePath()));
+}
+
+FoldersInMemory::~FoldersInMemory() {
+    m_former.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", m_former);
+}
+
 DayRunner::DayRunner() : m_zone(qgetenv("TZ")) {
     if (!qEnvironmentVariableIsSet("TZ"))
         m_zone = QByteArray();
@@ -238,7 +249,7 @@ void DayRunner::launch() {
     screens.visible.clear();
     m_form = std::make_unique<frmInfo>();
     m_ticks = 0;
-    LoadControlScreen();
+    screens.show(Screen::frmSTM);
     m_model.launch(moment());
 }
 
@@ -290,6 +301,8 @@ void DayRunner::tick() {
 /// midnight, around the end of work, and the last ones are there.
 void DayRunner::passTime(int seconds) {
     constexpr int quiet = 240;
+    tick(); // what happened before is noticed first
+    seconds -= tickSeconds;
     while (seconds > 0 && m_outcome.problem.isEmpty()) {
         const int second = clock.time().msecsSinceStartOfDay() / 1000;
         int until = 86400 - second;
@@ -328,12 +341,15 @@ void DayRunner::handle(const DayEvent& event) {
         StartProjectByName(ProjectOf(event.amount));
         return m_model.start(ProjectOf(event.amount), moment());
     case EventKind::Stop:
+        showScreen();
         TimeCtrlClick(text("STOP"));
         return m_model.stop(moment());
     case EventKind::Break:
+        showScreen();
         TimeCtrlClick(text("BREAK"));
         return m_model.breakButton(moment());
     case EventKind::QuitAndSave:
+        showScreen();
         TimeCtrlClick(text("QUITANDSAVE"));
         return m_model.quitAndSave(moment());
     case EventKind::TrayStop:
@@ -346,8 +362,7 @@ void DayRunner::handle(const DayEvent& event) {
         TrayMenuClick(text("mnuSystrayStatusQuitSaveDay"));
         return m_model.quitAndSave(moment());
     case EventKind::ShowScreen:
-        TrayMenuClick(text("mnuSystrayViewProjectInfo"));
-        return m_model.showScreen(moment());
+        return showScreen();
     case EventKind::Delete:
         return deleteRow(event.amount);
     case EventKind::Correct:
@@ -379,7 +394,14 @@ void DayRunner::handle(const DayEvent& event) {
     }
 }
 
+/// Commands of the control screen need it on screen.
+void DayRunner::showScreen() {
+    TrayMenuClick(text("mnuSystrayViewProjectInfo"));
+    m_model.showScreen(moment());
+}
+
 void DayRunner::deleteRow(int number) {
+    showScreen();
     const qsizetype count = m_model.day().entries.size();
     if (count == 0)
         return;
@@ -392,6 +414,7 @@ void DayRunner::deleteRow(int number) {
 }
 
 void DayRunner::correct(const DayEvent& event) {
+    showScreen();
     do // a person needs a moment, and sees the day as it is
         tick();
     while (m_ticks % 6 != 0);
@@ -404,29 +427,35 @@ void DayRunner::correct(const DayEvent& event) {
     Correction correction;
     BreakDownSelect(text("START TIME") + QString::number(row));
     SetDataClick(text("mnuSetDataModifyTime"));
-    const auto edit = [](const QString& key, const QString& value) {
-        Modify().SmuiModify.edit(key, value);
+    /// A value that stays what it was is no edit.
+    const auto edit = [](std::optional<int>& field, int old, int value, const QString& key,
+                         const QString& typed) {
+        if (value == old)
+            return;
+        field = value;
+        Modify().SmuiModify.edit(key, typed);
     };
     const auto moved = [&](int minute) {
         return qBound(0, minute + event.change, minutesADay - 1);
     };
     switch (event.field) {
     case CorrectedField::Start:
-        correction.start = moved(entry.start);
-        edit(modify_rows::Start, clockText(*correction.start));
+        edit(correction.start, entry.start, moved(entry.start), modify_rows::Start,
+             clockText(moved(entry.start)));
         break;
-    case CorrectedField::Stop:
-        correction.stop = moved(entry.runs() ? now.minute() : entry.stop);
-        edit(modify_rows::Stop, clockText(*correction.stop));
+    case CorrectedField::Stop: {
+        const int stop = moved(entry.runs() ? now.minute() : entry.stop);
+        edit(correction.stop, entry.stop, stop, modify_rows::Stop, clockText(stop));
         break;
+    }
     case CorrectedField::EmptyStop:
-        correction.stop = -1;
-        edit(modify_rows::Stop, QString());
+        edit(correction.stop, entry.stop, -1, modify_rows::Stop, QString());
         break;
-    case CorrectedField::Break:
-        correction.breaks = qMax(0, event.change);
-        edit(modify_rows::Break, spanText(*correction.breaks));
+    case CorrectedField::Break: {
+        const int breaks = qMax(0, event.change);
+        edit(correction.breaks, entry.breaks, breaks, modify_rows::Break, spanText(breaks));
         break;
+    }
     case CorrectedField::Project:
         correction.project = ProjectOf(qAbs(event.change));
         selectionSinks.modify.select(*correction.project,

@@ -59,7 +59,18 @@ struct DayOutcome {
     QString report(const DayScript& script) const;
 };
 
-class DayRunner : public WorkingDayTest {
+/// Puts the temporary folders into memory where the system has such a place: thousands of days are
+/// flushed to the disk otherwise.
+class FoldersInMemory {
+  protected:
+    FoldersInMemory();
+    ~FoldersInMemory();
+
+  private:
+    QByteArray m_former;
+};
+
+class DayRunner : private FoldersInMemory, public WorkingDayTest {
   protected:
     DayRunner();
     ~DayRunner() override;
@@ -79,6 +90,7 @@ class DayRunner : public WorkingDayTest {
     void tick();
     void passTime(int seconds);
     int secondsOf(const DayEvent& event) const;
+    void showScreen();
     void correct(const DayEvent& event);
     void deleteRow(int number);
     void answerNight(int answer);

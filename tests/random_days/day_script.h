@@ -60,7 +60,6 @@ struct DayScript {
     QString zone = QStringLiteral("UTC");
     QString begins; ///< "2026-03-02 09:00:07"
     int stopWork = 17 * 60;
-    bool compacts = false; ///< stops compact the history, which takes most of a day's time
     QList<DayEvent> events;
 };
 

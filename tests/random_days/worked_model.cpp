@@ -91,6 +91,8 @@ void WorkedModel::closeLeftOver(int today) {
         const WorkedRow row = m_history.value(day.date).value(last.project);
         last.total = std::max(last.total, row.total - others);
         last.stop = last.start + last.total;
+        if (rowsOf(day).value(last.project).breaks < row.breaks)
+            last.breaks = row.breaks; // and so may its break
     }
     closeDay(today);
     save();
@@ -146,10 +148,12 @@ void WorkedModel::elapse(const Moment& to, bool asleep) {
     if (index >= 0 && asleep) {
         memory.nights.append({project, date, lastMinute, to.date()});
         memory.promptMinutes = 0; // at an ordinary midnight it counts on
+        memory.onBreak = memory.itemOffersEnd = false;
     } else if (index >= 0) {
         goOn(project, midnight(to.date()), breakOpen);
     }
     followWhatRuns();
+    refresh(to.minute());
     save();
 }
 
@@ -162,6 +166,9 @@ void WorkedModel::jump(int shift, bool dateJumped, const Moment& to, int lastMin
             refresh(lastMinute);
             closeDay(to.date());
             save();
+        } else if (to.date() < memory.day.date) {
+            refresh(to.minute());
+            save(); // with the question
         }
         return;
     }
@@ -289,14 +296,15 @@ void WorkedModel::load(const Moment& now) {
     m_memory.loaded = true;
     if (m_memory.onBreak)
         m_memory.itemOffersEnd = true;
-    followWhatRuns();
+    readFile(now.minute());
     writeRows(now);
 }
 
 void WorkedModel::showScreen(const Moment& now) {
+    if (m_memory.loaded)
+        return; // it only comes forward
     read(now);
-    if (!m_memory.loaded)
-        load(now);
+    load(now);
 }
 
 void WorkedModel::followWhatRuns() {
@@ -351,13 +359,16 @@ void WorkedModel::trayBreak(const Moment& now) {
 
 void WorkedModel::flipBreak(const Moment& now) {
     Memory& memory = m_memory;
-    refresh(now.minute());
+    if (running() >= 0)
+        refresh(now.minute());
+    m_totalsCurrent = false;
     memory.onBreak = !memory.itemOffersEnd;
     memory.itemOffersEnd = memory.onBreak;
     const bool runs = running() >= 0;
     memory.breakBegan = runs && memory.onBreak ? now.minute() : -1;
     memory.breakHeld = runs ? memory.day.entries.last().breaks : 0;
-    save();
+    if (runs)
+        save();
 }
 
 void WorkedModel::remove(int row, const Moment& now) {
@@ -485,7 +496,8 @@ void WorkedModel::clockIsRight(const Moment& now) {
     owe(later);
     memory.last = later;
     memory.day = today;
-    recompute(now.minute());
+    followWhatRuns();
+    refresh(now.minute());
     save();
     writeRows(now);
 }
