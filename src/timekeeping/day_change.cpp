@@ -42,14 +42,26 @@ void closeStoppedDay(const ClockStep& step) {
     EndDay();
 }
 
+/// A day of a later date isn't over then; its entry ends all the same.
 void fellAsleep(const ClockStep& step) {
     const DayEntry entry = DayEntries[CurrentEntryIndex];
     FinishCurrentEntry(step.last.minute);
     ResetBreakState();
     AskAboutSleep(entry, step);
     closeEditors(Editors::ModifyAndPrompt);
-    EndDay();
+    if (DayDate < step.expected.date)
+        EndDay();
+    else
+        SaveDayFile();
     ShowDay();
+}
+
+/// Where an entry that ran over midnight starts on the clock as it is now: what really passed of
+/// its date lies behind it.
+int startOfDate(const ClockStep& step) {
+    const bool set = step.jumped && step.now.date == step.expected.date;
+    const int minute = set ? step.now.minute : step.expected.minute;
+    return std::max(minute - step.sinceMidnight, 0);
 }
 
 /// The clock went on over midnight.
@@ -58,10 +70,10 @@ void passMidnight(const ClockStep& step) {
         fellAsleep(step);
     } else if (DayDate >= step.expected.date) {
         if (EntryRunning()) // on a day of a later date, which isn't over
-            SplitRunning(step.last.minute, 0);
+            SplitRunning(step.last.minute, startOfDate(step));
     } else if (EntryRunning()) {
         closeEditors(Editors::Modify);
-        CarryOver(step.last.minute, step.expected.date, 0);
+        CarryOver(step.last.minute, step.expected.date, startOfDate(step));
     } else {
         closeStoppedDay(step);
     }
@@ -87,18 +99,22 @@ void moveStart(int minutes) {
     ShowDay();
 }
 
-/// The clock jumped from where it was expected to where it is. Finished entries never move.
-void takeJump(const ClockStep& step) {
+/// The clock went another way than the time that passed: summer time, or somebody set it. Finished
+/// entries never move.
+void takeShift(const ClockStep& step, bool overMidnight) {
     if (!EntryRunning())
         return;
-    const qint64 minutes = MinutesBetween(step.expected, step.now);
+    const bool sameDate = step.now.date == step.expected.date;
+    if (overMidnight && sameDate)
+        return; // the entry of the new date began where it has to
+    const qint64 minutes =
+        MinutesBetween(step.expected, step.now) + (overMidnight ? 0 : step.zoneShift);
     const qint64 start = ToMinutes(DayEntries[CurrentEntryIndex].StartTime) + minutes;
-    if (step.now.date == step.expected.date && start >= 0 && start < MinutesOfDay) {
+    if (sameDate && start >= 0 && start < MinutesOfDay) {
         moveStart(int(minutes));
         return;
     }
-    const bool sameDate = step.last.date == step.expected.date;
-    const int end = sameDate ? step.last.minute : step.expected.minute;
+    const int end = overMidnight ? step.expected.minute : step.last.minute;
     if (step.now.date <= DayDate) {
         SplitRunning(end, step.now.minute);
         return;
@@ -126,11 +142,14 @@ void compareDates(const ClockStep& step) {
 void follow(const ClockStep& step) {
     SkipErrors pass(QStringLiteral("TMR_Minute"));
     const QDate before = DayDate;
-    if (step.expected.date > step.last.date && !DayEntries.isEmpty())
+    const bool overMidnight = step.expected.date > step.last.date;
+    if (overMidnight && !DayEntries.isEmpty())
         pass([&] { passMidnight(step); });
-    if (step.jumped)
-        pass([&] { takeJump(step); });
+    if (step.jumped || step.zoneShift != 0)
+        pass([&] { takeShift(step, overMidnight); });
     pass([&] { compareDates(step); });
+    if (step.now.date != step.last.date)
+        pass([] { BringDayBack(); });
     if (step.now.date == step.last.date && DayDate == before)
         return;
     ShowWeek();

@@ -54,6 +54,7 @@ void openLaterDay(int now) {
         AppendRunning(next);
     }
     AskAboutClock(firstSince);
+    SaveDayFile(); // the question may have waited before
 }
 
 /// A running entry never gets less than it was saved with. Where the clock was set back meanwhile
@@ -102,6 +103,19 @@ void readFile() {
     LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries);
 }
 
+/// A date that was closed and is now again: its entries are the day.
+void bringBack() {
+    if (DayDate.isValid())
+        return;
+    DayEntries = EntriesPutBy(ports.clock->today());
+    if (DayEntries.isEmpty())
+        return;
+    DayDate = ports.clock->today();
+    CurrentEntryIndex = -1;
+    ForgetClosedDay(DayDate);
+    SaveDayFile();
+}
+
 } // namespace
 
 void LoadDay() {
@@ -116,6 +130,7 @@ void LoadDay() {
         return;
     }
     FindClosedDays();
+    const auto back = qScopeGuard(bringBack);
     readFile();
 }
 

@@ -107,15 +107,6 @@ QString clockText(const QStringList&) {
         .arg(DateText(DayDate), DateText(ports.clock->today()));
 }
 
-/// Entries of a day that was put by; one that ran then ended with the total that it had.
-QList<DayEntry> finished(QList<DayEntry> entries) {
-    for (DayEntry& entry : entries)
-        if (entry.StopTime.isEmpty())
-            entry.StopTime = ClockTextOf(std::min(
-                ToMinutes(entry.StartTime) + ToMinutes(entry.TotalTime), MinutesOfDay - 1));
-    return entries;
-}
-
 /// The projects that have entries in the second list alone.
 QStringList projectsOnlyIn(const QList<DayEntry>& others, const QList<DayEntry>& entries) {
     QStringList names;
@@ -131,7 +122,7 @@ bool takeClockAnswer(const QStringList& details, const QString&) {
     const QDate today = ports.clock->today();
     if (!DayDate.isValid() || DayDate <= today)
         return true;
-    const std::optional<StoredDay> put = ReadStoredDay(LastDayFilePath());
+    const QList<DayEntry> putBy = EntriesPutBy(today);
     const qsizetype first =
         std::clamp<qsizetype>(details.value(0).toLongLong(), 0, DayEntries.size());
     const QList<DayEntry> since = DayEntries.mid(first);
@@ -139,11 +130,9 @@ bool takeClockAnswer(const QStringList& details, const QString&) {
     const bool onBreak = runs && OnBreak == 1;
     const QString breakBegan = BreakBegan;
     const Int16 breakHeld = BreakHeld;
-    DayEntries = finished(DayEntries.first(first));
+    DayEntries = DayEntries.first(first);
     SetTailValues(tail::Delete, TailValues(tail::Delete) + projectsOnlyIn(DayEntries, since));
     CloseDay();
-    QList<DayEntry> entries =
-        put && put->date == today ? finished(put->entries) : QList<DayEntry>();
     ForgetClosedDay(today);
     DayStopped = !runs;
     if (onBreak) {
@@ -151,7 +140,7 @@ bool takeClockAnswer(const QStringList& details, const QString&) {
         BreakHeld = breakHeld;
         WriteBreakToTail();
     }
-    BeginDay(today, entries + since);
+    BeginDay(today, putBy + since);
     return true;
 }
 

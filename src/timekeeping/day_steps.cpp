@@ -13,6 +13,9 @@
 #include "timevalues/entry_times.h"
 #include "timevalues/time_values.h"
 
+#include <algorithm>
+#include <optional>
+
 namespace kelvrane {
 
 DayEntry EntryFrom(const DayEntry& former, int minute) {
@@ -39,9 +42,12 @@ void SplitRunning(int end, int start) {
 
 void CarryOver(int end, QDate date, int start) {
     const DayEntry next = EntryFrom(At(DayEntries, CurrentEntryIndex), start);
+    const QList<DayEntry> putBy = EntriesPutBy(date);
     FinishCurrentEntry(end);
     CloseDay();
+    ForgetClosedDay(date);
     DayDate = date;
+    DayEntries = putBy;
     AppendRunning(next);
     SkipErrors step(QStringLiteral("TMR_Minute"));
     step([] { UpdateCurrentEntry(); });
@@ -69,6 +75,31 @@ void BeginDay(QDate date, const QList<DayEntry>& entries) {
     step([] { SaveDayFile(); });
     step([] { AddDataToDayInfoDataBase(); });
     ShowDay();
+}
+
+QList<DayEntry> EntriesPutBy(QDate date) {
+    SkipErrors step(QStringLiteral("EntriesPutBy"));
+    std::optional<StoredDay> day;
+    step([&] { day = ReadStoredDay(LastDayFilePath()); });
+    if (!day || day->date != date || day->damage)
+        return {};
+    for (DayEntry& entry : day->entries)
+        if (entry.StopTime.isEmpty())
+            entry.StopTime = ClockTextOf(std::min(
+                ToMinutes(entry.StartTime) + ToMinutes(entry.TotalTime), MinutesOfDay - 1));
+    return day->entries;
+}
+
+void BringDayBack() {
+    if (DayDate.isValid())
+        return;
+    const QDate today = ports.clock->today();
+    const QList<DayEntry> entries = EntriesPutBy(today);
+    if (entries.isEmpty())
+        return;
+    ForgetClosedDay(today);
+    DayStopped = true;
+    BeginDay(today, entries);
 }
 
 void ShowDay() {

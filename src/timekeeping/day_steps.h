@@ -25,6 +25,12 @@ void EndDay();
 /// Today's entries (or none) in the place of a day that is closed or was never open.
 void BeginDay(QDate date, const QList<DayEntry>& entries);
 
+/// What the last day file holds of a date, when it is of that date: a clock that went forward and
+/// came back closed it. What ran ended with the total that it had.
+QList<DayEntry> EntriesPutBy(QDate date);
+/// Without an open day, today's entries that were put by are the day again.
+void BringDayBack();
+
 /// The list, the fields and the totals show the day in memory.
 void ShowDay();
 /// The week view shows the week of today.

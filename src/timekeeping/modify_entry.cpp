@@ -78,17 +78,18 @@ bool overlaps(const QString& stop, const QString& start) {
     return !stop.isEmpty() && ToMinutes(stop) > ToMinutes(start);
 }
 
-/// Whether the entry in front ends where the edited one begins now: they touched before, or would
-/// overlap.
+/// Whether the entry in front ends where the edited start lies now: they touched before, or would
+/// overlap. Without an edit of the start two that overlap since the clock went back stay so.
 bool isLinkedBack(const DayEntry& before, const DayEntry& old) {
-    return old.StartTime == before.StopTime || overlaps(before.StopTime, EditedEntry.StartTime);
+    return EditedEntry.StartTime != old.StartTime &&
+           (old.StartTime == before.StopTime || overlaps(before.StopTime, EditedEntry.StartTime));
 }
 
 /// The same for the entry behind. The start of a running one follows an edited stop over any gap.
 bool isLinkedForward(const DayEntry& old, const DayEntry& next) {
-    const bool stopEdited = EditedEntry.StopTime != old.StopTime;
-    return (stopEdited && (next.StopTime.isEmpty() || old.StopTime == next.StartTime)) ||
-           overlaps(EditedEntry.StopTime, next.StartTime);
+    return EditedEntry.StopTime != old.StopTime &&
+           (next.StopTime.isEmpty() || old.StopTime == next.StartTime ||
+            overlaps(EditedEntry.StopTime, next.StartTime));
 }
 
 /// The day with EditedEntry in its place and one step of ripple to each side.

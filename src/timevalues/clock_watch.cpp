@@ -1,5 +1,6 @@
 #include "timevalues/clock_watch.h"
 
+#include <cmath>
 #include <cstdlib>
 
 namespace kelvrane {
@@ -29,11 +30,15 @@ WallMoment MomentOf(const QDateTime& wall) {
 
 ClockStep StepBetween(const ClockReading& last, const ClockReading& now) {
     const qint64 passed = now.boot - last.boot;
-    const qint64 expected = wallSeconds(last.wall) + passed / 1000;
-    const bool jumped = std::abs(wallSeconds(now.wall) - expected) > jumpSeconds;
+    const QDateTime unset = last.wall.addMSecs(passed);
+    const bool jumped = std::abs(wallSeconds(now.wall) - wallSeconds(unset)) > jumpSeconds;
+    const QDateTime expected = jumped ? unset : now.wall;
+    const qint64 gained = wallSeconds(unset) - wallSeconds(last.wall) - passed / 1000;
     return {.last = MomentOf(last.wall),
-            .expected = jumped ? momentAt(expected) : MomentOf(now.wall),
+            .expected = MomentOf(expected),
             .now = MomentOf(now.wall),
+            .zoneShift = int(std::lround(double(gained) / 60)),
+            .sinceMidnight = int(expected.date().startOfDay().secsTo(expected) / 60),
             .slept = passed - (now.awake - last.awake) >= sleepMilliseconds,
             .jumped = jumped};
 }

@@ -1,8 +1,9 @@
 // What happened between two readings of the clocks: time that really passed, a sleep of the
-// machine, a wall clock that was set or changed to summer time.
+// machine, a change to or from summer time, a wall clock that was set.
 //
-// It is told in two steps. First the time passed on the old clock, from `last` to `expected`; then
-// the clock jumped, from `expected` to `now`. Without a jump the last two are the same.
+// It is told in two steps. First the time passed on a clock that nobody set, from `last` to
+// `expected`, summer time included; then the clock jumped, from `expected` to `now`. Without a jump
+// the last two are the same.
 #pragma once
 
 #include "platform/clock.h"
@@ -23,8 +24,10 @@ struct ClockStep {
     WallMoment last;
     WallMoment expected;
     WallMoment now;
-    bool slept = false;  ///< a minute or more of the time passed asleep, beginning at `last`
-    bool jumped = false; ///< by more than a minute
+    int zoneShift = 0;     ///< minutes that the wall gained on real time up to `expected`
+    int sinceMidnight = 0; ///< minutes that really passed on the date of `expected`
+    bool slept = false;    ///< a minute or more of the time passed asleep, beginning at `last`
+    bool jumped = false;   ///< by more than a minute
 };
 
 WallMoment MomentOf(const QDateTime& wall);

@@ -40,7 +40,7 @@ bool clocksAreFollowed() {
     if (!LastReading.wall.isValid())
         return true;
     const ClockStep step = StepBetween(LastReading, ports.clock->read());
-    return !step.jumped && step.now.date == step.last.date;
+    return !step.jumped && step.zoneShift == 0 && step.now.date == step.last.date;
 }
 
 } // namespace
@@ -54,7 +54,9 @@ Int16 SpanBetween(const QString& from, const QString& to) {
 }
 
 void UpdateCurrentEntry() {
-    if (clocksAreFollowed())
+    // Across dates now doesn't lie behind a start; only what runs was begun since.
+    const bool sameDate = !DayDate.isValid() || DayDate == ports.clock->today();
+    if (clocksAreFollowed() && (sameDate || isRunning()))
         UpdateCurrentEntryAt(MomentOf(ports.clock->now()).minute);
 }
 

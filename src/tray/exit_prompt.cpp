@@ -171,8 +171,12 @@ void ExitPrompt::chkAsk() {
     SaveRegText(reminder, keys::Main, T("EndDayReminder"));
 }
 
-void ExitPrompt::close() {
+void ExitPrompt::stopCountdown() {
     ExitTimer->setEnabled(false);
+}
+
+void ExitPrompt::close() {
+    stopCountdown();
     ports.screens->unload(Screen::frmExit);
 }
 

@@ -27,6 +27,7 @@ class ExitPrompt : public QObject {
 
     const QString& caption() const { return m_caption; }
     bool isEditing() const { return m_editing; }
+    void stopCountdown();
 
   signals:
     /// The prompt became the editor of the stop time.

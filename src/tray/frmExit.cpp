@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QHideEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -160,6 +161,12 @@ void frmExit::refresh() {
     chkAsk->setChecked(check.ticked);
     chkAsk->setVisible(check.visible);
     fitHeight();
+}
+
+void frmExit::hideEvent(QHideEvent* event) {
+    QDialog::hideEvent(event);
+    if (!event->spontaneous())
+        m_prompt.stopCountdown();
 }
 
 void frmExit::reject() {

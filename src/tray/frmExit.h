@@ -22,6 +22,10 @@ class frmExit : public QDialog {
     /// Esc and the close box are the Cancel button.
     void reject() override;
 
+  protected:
+    /// Unloading hides it before it goes: the countdown ends there.
+    void hideEvent(QHideEvent* event) override;
+
   private:
     QLabel* addLabel(const QString& key);
     QPushButton* addButton(const QString& key);

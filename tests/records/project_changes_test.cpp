@@ -1,6 +1,6 @@
 #include "frame/day_tail.h"
-#include "history/roll_up.h"
 #include "history/booked_time.h"
+#include "history/roll_up.h"
 #include "records/project_changes.h"
 #include "records/project_lookup.h"
 #include "records/project_record.h"
