@@ -17,6 +17,7 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -28,6 +29,8 @@ constexpr int firstDelay = 50; // milliseconds
 constexpr int lastDelay = 5000;
 constexpr int exitPause = 50;
 constexpr int exitPauses = 100;
+/// Errors of entries that can't be summed: trying again doesn't help.
+constexpr int notOfTheHistory[] = {errors::TypeMismatch, errors::Overflow, errors::Subscript};
 const QString question = QStringLiteral("history");
 const QString tryNow = QStringLiteral("Try now");
 
@@ -184,14 +187,15 @@ void RollUp::retry() {
         CompactDatabaseFile(AppPath(), QStringLiteral("DayInfo"), true);
 }
 
-/// Without waiting for anything. Raises TypeMismatch and Overflow of entries that can't be summed.
+/// Without waiting for anything. Raises TypeMismatch, Overflow and Subscript of entries that can't
+/// be summed.
 void rollUpNow(const QString& routine) {
     if (!KeepsDay)
         return;
     try {
         state().attempt();
     } catch (const RuntimeError& error) {
-        if (error.number == errors::TypeMismatch || error.number == errors::Overflow)
+        if (std::ranges::find(notOfTheHistory, error.number) != std::end(notOfTheHistory))
             throw;
         state().failed(error, routine);
         return;
@@ -243,7 +247,8 @@ void DeleteSpecificProjectFromDB(const QString& Name) {
 void RenameHistoryRows(const QString& from, const QString& to, const QString& number) {
     SetTailValues(tail::Rename, TailValues(tail::Rename) << JoinFields({from, to, number}));
     SaveDayFile();
-    rollUpNow(QStringLiteral("RenameHistoryRows"));
+    SkipErrors step(QStringLiteral("RenameHistoryRows"));
+    step([] { rollUpNow(QStringLiteral("RenameHistoryRows")); });
     SaveDayFile();
 }
 

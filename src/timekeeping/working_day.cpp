@@ -180,8 +180,6 @@ void StopDay() {
 
 void QuitAndSaveDay() {
     FollowClock();
-    SkipErrors step(QStringLiteral("QuitAndSaveDay"));
-    step([] { UpdateCurrentEntry(); });
     if (EntryRunning())
         StopCurrentEntry();
     DayStopped = !EntryRunning();

@@ -116,7 +116,7 @@ TEST_F(DayCalendarTest, SavingRollsTheRunningDayUp) {
     load();
     start("Alpha");
     clickDay(1); // leaves no day, so nothing is saved yet
-    DayEntries[0].TotalTime = QStringLiteral("10 Minutes");
+    clock.advanceMinutes(10);
     EXPECT_EQ(history().last(), "Alpha|3/2/2026|0|0");
     clickDay(1);
     EXPECT_EQ(history().last(), "Alpha|3/2/2026|10|0");

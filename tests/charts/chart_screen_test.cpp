@@ -22,7 +22,7 @@ class ChartScreenTest : public ChartTest {
 TEST_F(ChartScreenTest, OpensOnTodayWithTheRunningDayInIt) {
     addDays();
     start("Gamma");
-    DayEntries.last().TotalTime = "45 Minutes";
+    clock.advanceMinutes(45);
     LoadChart();
     EXPECT_EQ(charted(), (QStringList{"Alpha 1/0", "Gamma 0.75/0"}));
     EXPECT_EQ(Charts().pane(), ChartPane::Chart);

@@ -111,7 +111,8 @@ TEST_F(History, ARenameThatCantBeWrittenChangesNothing) {
     {
         Connection other(path("DayInfo.mdb"));
         other.begin();
-        EXPECT_EQ(RaisedError([] { RenameProjectInHistory("Old", "New"); }), errors::Sql);
+        EXPECT_EQ(RaisedError([] { RenameProjectInHistory("Old", "New"); }),
+                  errors::DatabaseLocked);
         other.rollback();
     }
     // Fails at the second row: the first is taken back.

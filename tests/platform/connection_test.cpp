@@ -59,7 +59,7 @@ TEST_F(Connections, ALockedDatabaseIsAnErrorAndNoFreeze) {
     holder.execute(u"BEGIN EXCLUSIVE"_s);
     QElapsedTimer timer;
     timer.start();
-    EXPECT_EQ(RaisedError([&] { Connection connection(path); }), errors::DatabaseOpen);
+    EXPECT_EQ(RaisedError([&] { Connection connection(path); }), errors::DatabaseLocked);
     EXPECT_LT(timer.elapsed(), 2000);
     holder.execute(u"COMMIT"_s);
     EXPECT_EQ(RaisedError([&] { Connection connection(path); }), 0);

@@ -49,7 +49,7 @@ TEST_F(DatabaseFiles, BackupAndCompaction) {
     DatabaseCompaction compaction(files, target);
     EXPECT_EQ(RaisedError([&] { compaction.backupTo(backup); }), errors::NoObject);
     compaction.settle();
-    EXPECT_EQ(RaisedError([&] { Connection other(target); }), errors::DatabaseOpen);
+    EXPECT_EQ(RaisedError([&] { Connection other(target); }), errors::DatabaseLocked);
     files.create(backup, {}); // as a temporary file is
     compaction.backupTo(backup);
     ASSERT_TRUE(QFile::link(folder.path(u"elsewhere"_s), temp));
@@ -104,7 +104,7 @@ TEST_F(DatabaseFiles, WhatCannotBeDoneIsAnErrorAndLeavesTheDatabase) {
         QSqlQuery query(reader.database());
         ASSERT_TRUE(query.exec(u"SELECT * FROM T"_s) && query.next());
         DatabaseCompaction compaction(files, target);
-        EXPECT_EQ(RaisedError([&] { compaction.settle(); }), errors::Sql);
+        EXPECT_EQ(RaisedError([&] { compaction.settle(); }), errors::DatabaseLocked);
     }
     DatabaseCompaction compaction(files, target);
     compaction.settle();

@@ -199,7 +199,8 @@ void WorkedModel::closeDay(int newDate) {
             memory.last.date == newDate ? std::exchange(memory.last, {}) : WorkedDay{newDate, {}};
     } else {
         owe(memory.day);
-        memory.last = std::exchange(memory.day, {newDate, {}});
+        const WorkedDay next = memory.last.date == newDate ? memory.last : WorkedDay{newDate, {}};
+        memory.last = std::exchange(memory.day, next);
     }
     memory.current = -1;
     memory.stopped = true;

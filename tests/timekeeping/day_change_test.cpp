@@ -121,7 +121,7 @@ TEST_F(Clocks, APromptLeftAloneOverMidnightStopsTheDayOnItsDate) {
     }
     EXPECT_EQ(entries(), QStringList{"Alpha|12:00 AM|12:00 AM|0 Minutes|0 Minutes"});
     EXPECT_TRUE(DayStopped);
-    EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|60|0", "Alpha|3/3/2026|0|0"}));
+    EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|74|0", "Alpha|3/3/2026|0|0"}));
 }
 
 TEST_F(Clocks, AStandstillOverMidnightIsNoSleep) {
