@@ -49,6 +49,7 @@ void fellAsleep(const ClockStep& step) {
     ResetBreakState();
     AskAboutSleep(entry, step);
     closeEditors(Editors::ModifyAndPrompt);
+    DayStopped = true; // its total stands from here on
     if (DayDate < step.expected.date)
         EndDay();
     else

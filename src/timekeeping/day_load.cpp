@@ -29,6 +29,17 @@ void finishAsSaved(DayEntry& entry) {
     entry.StopTime = ClockTextOf(std::min(end, MinutesOfDay - 1));
 }
 
+/// A date that was closed and is now again: its entries are the day.
+void openPutBy(const QList<DayEntry>& entries) {
+    if (DayDate.isValid() || entries.isEmpty())
+        return;
+    DayEntries = entries;
+    DayDate = ports.clock->today();
+    CurrentEntryIndex = -1;
+    ForgetClosedDay(DayDate);
+    SaveDayFile();
+}
+
 /// The file held a day that is over.
 void closeLoadedDay() {
     StoredDay day{DayDate, std::exchange(DayEntries, {}), {}, {}};
@@ -37,9 +48,11 @@ void closeLoadedDay() {
         day.tail.append(QString::fromLatin1(tail::Delete) + QLatin1Char('=') + name);
     SetTailValues(tail::Delete, {});
     ForgetBreak();
+    const QList<DayEntry> putBy = EntriesPutBy(ports.clock->today());
     CloseStoredDay(day);
     DayDate = {};
     PutDayFileBy();
+    openPutBy(putBy);
     if (!DayTail().isEmpty())
         SaveDayFile();
 }
@@ -103,19 +116,6 @@ void readFile() {
     LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries);
 }
 
-/// A date that was closed and is now again: its entries are the day.
-void bringBack() {
-    if (DayDate.isValid())
-        return;
-    DayEntries = EntriesPutBy(ports.clock->today());
-    if (DayEntries.isEmpty())
-        return;
-    DayDate = ports.clock->today();
-    CurrentEntryIndex = -1;
-    ForgetClosedDay(DayDate);
-    SaveDayFile();
-}
-
 } // namespace
 
 void LoadDay() {
@@ -130,7 +130,7 @@ void LoadDay() {
         return;
     }
     FindClosedDays();
-    const auto back = qScopeGuard(bringBack);
+    const auto back = qScopeGuard([] { openPutBy(EntriesPutBy(ports.clock->today())); });
     readFile();
 }
 

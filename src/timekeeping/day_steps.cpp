@@ -59,11 +59,17 @@ void CarryOver(int end, QDate date, int start) {
 }
 
 void EndDay() {
+    const QDate today = ports.clock->today();
+    const QList<DayEntry> putBy = EntriesPutBy(today);
     CloseDay();
     DayStopped = true;
     RemoveDayFile();
-    if (!DayTail().isEmpty())
+    if (!putBy.isEmpty()) {
+        ForgetClosedDay(today);
+        BeginDay(today, putBy);
+    } else if (!DayTail().isEmpty()) {
         SaveDayFile();
+    }
     RefreshTrayState();
 }
 

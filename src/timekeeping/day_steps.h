@@ -19,7 +19,8 @@ void SplitRunning(int end, int start);
 /// The same at the end of a date: the day in memory is closed, and the new one begins with the
 /// entry that runs on.
 void CarryOver(int end, QDate date, int start);
-/// The day in memory is closed, and nothing runs on the new date.
+/// The day in memory is closed, and nothing runs on the new date, which gets back what was put by
+/// of it.
 void EndDay();
 
 /// Today's entries (or none) in the place of a day that is closed or was never open.

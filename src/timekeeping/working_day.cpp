@@ -149,7 +149,7 @@ bool FindProjectRecord(const QString& criterion) {
     return false;
 }
 
-void StopCurrentEntry() {
+void StopCurrentEntry(Stops what) {
     SkipErrors step(QStringLiteral("StopCurrentEntry"));
     FollowClock();
     StatusHeading.clear();
@@ -163,6 +163,8 @@ void StopCurrentEntry() {
         step([] { SetStatusText(StatusHeading); });
     }
     step([&] { FinishCurrentEntry(ToMinutes(now)); });
+    if (what == Stops::Day)
+        DayStopped = true; // before the save: a minute that ends meanwhile isn't its own
     step([] { SaveDayFile(); });
     step([] { AddDataToDayInfoDataBase(); });
     step([] { CompactAfterRollUp(); });
@@ -173,7 +175,7 @@ void StopDay() {
     FollowClock();
     if (!EntryRunning())
         return;
-    StopCurrentEntry();
+    StopCurrentEntry(Stops::Day);
     DayStopped = !EntryRunning(); // events run during the save: a project may have been chosen
     RefreshTrayState();
 }
@@ -181,7 +183,7 @@ void StopDay() {
 void QuitAndSaveDay() {
     FollowClock();
     if (EntryRunning())
-        StopCurrentEntry();
+        StopCurrentEntry(Stops::Day);
     DayStopped = !EntryRunning();
     UnloadAllForms();
     RefreshTrayState();

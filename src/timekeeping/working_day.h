@@ -20,9 +20,10 @@ void AddDayEntry(const QString& ProjectName);
 /// Finding nothing puts it back.
 bool FindProjectRecord(const QString& criterion);
 
+enum class Stops { Entry, Day };
 /// Stops the entry at CurrentEntryIndex, saves the file, rolls up and compacts the history. Every
-/// step is passed over when it fails.
-void StopCurrentEntry();
+/// step is passed over when it fails. Without the day the entry's total goes on.
+void StopCurrentEntry(Stops what = Stops::Entry);
 /// The control screen's STOP: StopCurrentEntry and DayStopped when an entry runs, else nothing.
 void StopDay();
 /// Stops a running entry, sets DayStopped and closes all screens; the process stays in the tray.

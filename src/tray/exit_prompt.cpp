@@ -109,7 +109,7 @@ void ExitPrompt::tick() {
 
 void ExitPrompt::saveAndQuit(bool timedOut) {
     ExitTimer->setEnabled(false); // no second time while the stop reports something
-    StopCurrentEntry();
+    StopCurrentEntry(Stops::Day);
     const bool goesOn = EntryRunning(); // a project was chosen while the stop was being saved
     if (timedOut && !goesOn)            // the save command leaves it set; that is wanted
         ControlScreenLoaded = false;

@@ -56,7 +56,7 @@ struct Command {
     void (*run)();
 };
 constexpr Command commands[] = {
-    {"mnuSysTrayStop", StopCurrentEntry},
+    {"mnuSysTrayStop", [] { StopCurrentEntry(); }},
     {tray_items::Break, [] { ModifySysTrayStatusHeading(QStringLiteral("Break")); }},
     {"mnuSystrayStatusQuitSaveDay", QuitAndSaveDay},
     {"mnuCheckForUpdate", checkForUpdate},

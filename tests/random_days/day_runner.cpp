@@ -211,9 +211,10 @@ DayRunner::~DayRunner() {
 
 Moment DayRunner::moment() const {
     const QDateTime now = clock.now();
-    return {.wall = QDateTime(now.date(), now.time(), Qt::UTC).toSecsSinceEpoch(),
+    return {.wall = WallSeconds(now),
             .boot = clock.bootTime() / 1000,
-            .awake = clock.awakeTime() / 1000};
+            .awake = clock.awakeTime() / 1000,
+            .utc = now.toSecsSinceEpoch()};
 }
 
 void DayRunner::reset(const DayScript& script) {

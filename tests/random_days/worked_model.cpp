@@ -1,6 +1,9 @@
 #include "random_days/worked_model.h"
 
+#include <QDateTime>
+
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace kelvrane::testing {
@@ -18,8 +21,15 @@ int span(int from, int to) {
     return std::max(0, to - from);
 }
 
-Moment at(const Moment& moment, qint64 wall) {
-    return {wall, moment.boot, moment.awake};
+/// The wall clock at seconds since 1970.
+qint64 wallAt(qint64 utc) {
+    return WallSeconds(QDateTime::fromSecsSinceEpoch(utc));
+}
+
+/// Minutes that really passed of the date.
+int sinceMidnight(const Moment& moment) {
+    const QDateTime local = QDateTime::fromSecsSinceEpoch(moment.utc);
+    return int(local.date().startOfDay().secsTo(local) / 60);
 }
 
 Moment midnight(int date) {
@@ -27,6 +37,11 @@ Moment midnight(int date) {
 }
 
 } // namespace
+
+qint64 WallSeconds(const QDateTime& local) {
+    return QDate(1970, 1, 1).daysTo(local.date()) * secondsADay +
+           local.time().msecsSinceStartOfDay() / 1000;
+}
 
 int WorkedModel::running() const {
     const QList<WorkedEntry>& entries = m_memory.day.entries;
@@ -43,8 +58,10 @@ void WorkedModel::launch(const Moment& now) {
     m_memory = m_saved;
     m_memory.promptMinutes = 0;
     m_memory.loaded = true;
-    m_memory.onBreak = m_memory.itemOffersEnd = m_memory.breakBegan >= 0;
+    const bool goesOn = !m_memory.day.entries.isEmpty() && m_memory.day.date >= now.date();
+    m_memory.onBreak = m_memory.itemOffersEnd = goesOn && m_memory.breakBegan >= 0;
     m_last = now;
+    m_wallDate = now.date();
     if (m_memory.day.entries.isEmpty())
         closeDay(now.date());
     else if (m_memory.day.date < now.date())
@@ -108,26 +125,29 @@ void WorkedModel::exit(const Moment& now) {
 // ----------------------------------------------------------------------------------- the clocks
 
 void WorkedModel::read(const Moment& now) {
+    m_wallDate = now.date();
     const Moment last = *m_last;
     const qint64 gain = now.boot - last.boot;
     const bool asleep = gain - (now.awake - last.awake) >= sleepSeconds;
-    Moment real = at(now, last.wall + gain); // where the clock would be without a jump
+    // Where the clock would be if nobody had set it, summer time included.
+    Moment real{wallAt(last.utc + gain), now.boot, now.awake, last.utc + gain};
+    const int zoneShift = int(std::lround(double(real.wall - last.wall - gain) / 60));
     const bool jumped = std::abs(now.wall - real.wall) > jumpSeconds;
     if (!jumped)
         real = now;
-    // A midnight that the jump takes back again wasn't one.
-    const bool takenBack = real.date() > last.date() && now.date() == last.date();
-    if (!takenBack)
-        elapse(real, asleep);
-    if (jumped)
-        jump(int(now.wall / 60 - real.wall / 60), !takenBack && real.date() != now.date(), now,
-             real.date() == last.date() || takenBack ? last.minute() : 0);
+    const bool sameDate = real.date() == now.date();
+    const bool overMidnight = real.date() > last.date();
+    const int clock = jumped && sameDate ? now.minute() : real.minute();
+    elapse(real, asleep, std::max(0, clock - sinceMidnight(real)));
+    const int shift = int(now.wall / 60 - real.wall / 60) + (overMidnight ? 0 : zoneShift);
+    if ((jumped || shift != 0) && !(overMidnight && sameDate))
+        jump(shift, !sameDate, now, overMidnight ? real.minute() : last.minute());
     m_last = now;
     m_rowsCurrent = m_totalsCurrent = false;
 }
 
-/// Time passed, without a jump.
-void WorkedModel::elapse(const Moment& to, bool asleep) {
+/// Time passed, without a jump. `start`: where what ran over midnight starts on its new date.
+void WorkedModel::elapse(const Moment& to, bool asleep, int start) {
     Memory& memory = m_memory;
     const int lastMinute = m_last->minute();
     if (to.date() <= m_last->date())
@@ -150,7 +170,7 @@ void WorkedModel::elapse(const Moment& to, bool asleep) {
         memory.promptMinutes = 0; // at an ordinary midnight it counts on
         memory.onBreak = memory.itemOffersEnd = false;
     } else if (index >= 0) {
-        goOn(project, midnight(to.date()), breakOpen);
+        goOn(project, {.wall = qint64(to.date()) * secondsADay + start * 60}, breakOpen);
     }
     followWhatRuns();
     refresh(to.minute());
@@ -270,6 +290,8 @@ void WorkedModel::refresh(int minute) {
     if (memory.current < 0 || memory.stopped)
         return;
     WorkedEntry& entry = memory.day.entries[memory.current];
+    if (!entry.runs() && memory.day.date > m_wallDate)
+        return; // across dates now doesn't lie behind its start
     entry.total = span(entry.start, minute);
     if (memory.breakBegan >= 0)
         entry.breaks = memory.breakHeld + span(memory.breakBegan, minute);

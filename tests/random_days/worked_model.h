@@ -8,6 +8,7 @@
 //     model.day().entries[0].total;
 #pragma once
 
+#include <QDateTime>
 #include <QList>
 #include <QMap>
 #include <QString>
@@ -21,10 +22,14 @@ constexpr int minutesADay = 24 * 60;
 
 /// The clocks at one moment, in seconds. The wall clock is the local date and time as it reads,
 /// counted from 1/1/1970: summer time is a jump of it.
+/// Seconds of a wall clock since 1970, as if there were no zones.
+qint64 WallSeconds(const QDateTime& local);
+
 struct Moment {
     qint64 wall = 0;
     qint64 boot = 0;  ///< goes on through sleep
     qint64 awake = 0; ///< doesn't
+    qint64 utc = 0;   ///< of the wall clock, in its zone
 
     int date() const { return int(wall / 86400); }
     int minute() const { return int(wall / 60 % minutesADay); }
@@ -146,7 +151,7 @@ class WorkedModel {
         WorkedDay last; ///< the day put by
     };
 
-    void elapse(const Moment& to, bool asleep);
+    void elapse(const Moment& to, bool asleep, int start);
     void jump(int shift, bool dateJumped, const Moment& to, int lastMinute);
     void closeDay(int newDate);
     void begin(const QString& project, const Moment& now);
@@ -169,6 +174,7 @@ class WorkedModel {
 
     Memory m_memory;
     Memory m_saved;
+    int m_wallDate = -1;
     std::optional<Moment> m_last;
     QMap<int, WorkedRows> m_history;
     QMap<int, WorkedRows> m_owed;
