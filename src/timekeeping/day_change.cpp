@@ -105,7 +105,7 @@ void moveStart(int minutes) {
 void takeShift(const ClockStep& step, bool overMidnight) {
     if (!EntryRunning())
         return;
-    const bool sameDate = step.now.date == step.expected.date;
+    const bool sameDate = step.now.date == (overMidnight ? step.expected.date : step.last.date);
     if (overMidnight && sameDate)
         return; // the entry of the new date began where it has to
     const qint64 minutes =
@@ -143,7 +143,8 @@ void compareDates(const ClockStep& step) {
 void follow(const ClockStep& step) {
     SkipErrors pass(QStringLiteral("TMR_Minute"));
     const QDate before = DayDate;
-    const bool overMidnight = step.expected.date > step.last.date;
+    // A midnight that the jump takes back again wasn't one.
+    const bool overMidnight = step.expected.date > step.last.date && step.now.date > step.last.date;
     if (overMidnight && !DayEntries.isEmpty())
         pass([&] { passMidnight(step); });
     if (step.jumped || step.zoneShift != 0)

@@ -99,15 +99,20 @@ void openLoadedDay() {
         ForgetBreak();
     else if (!BreakBegan.isEmpty())
         OnBreak = 1;
-    if (DayDate > now.date)
+    if (DayDate > now.date) {
         openLaterDay(now.minute);
-    else if (EntryRunning())
+        return;
+    }
+    if (EntryRunning())
         keepSavedTotal(now.minute);
+    WithdrawClockQuestion();
 }
 
 void readFile() {
     const auto take = qScopeGuard([] {
         Questions().readTail();
+        if (DayEntries.isEmpty() && DayDate != ports.clock->today())
+            DayDate = {}; // a file without entries keeps no date
         if (DayDate.isValid() && DayDate < ports.clock->today())
             closeLoadedDay();
         else if (DayDate.isValid())

@@ -31,7 +31,9 @@ WallMoment MomentOf(const QDateTime& wall) {
 ClockStep StepBetween(const ClockReading& last, const ClockReading& now) {
     const qint64 passed = now.boot - last.boot;
     const QDateTime unset = last.wall.addMSecs(passed);
-    const bool jumped = std::abs(wallSeconds(now.wall) - wallSeconds(unset)) > jumpSeconds;
+    // However little: back over midnight the wall is a day behind the entries.
+    const bool jumped = std::abs(wallSeconds(now.wall) - wallSeconds(unset)) > jumpSeconds ||
+                        now.wall.date() < last.wall.date();
     const QDateTime expected = jumped ? unset : now.wall;
     const qint64 gained = wallSeconds(unset) - wallSeconds(last.wall) - passed / 1000;
     return {.last = MomentOf(last.wall),

@@ -27,7 +27,7 @@ struct ClockStep {
     int zoneShift = 0;     ///< minutes that the wall gained on real time up to `expected`
     int sinceMidnight = 0; ///< minutes that really passed on the date of `expected`
     bool slept = false;    ///< a minute or more of the time passed asleep, beginning at `last`
-    bool jumped = false;   ///< by more than a minute
+    bool jumped = false;   ///< by more than a minute, or back to an earlier date
 };
 
 WallMoment MomentOf(const QDateTime& wall);

@@ -244,7 +244,8 @@ void LoadDayFile(const QString& /*mode*/, QList<DayEntry>& entries) {
     std::optional<StoredDay> stored = ReadStoredDay(DayFilePath());
     SetStatusText(QStringLiteral("Verifying File Data ... Complete"));
     const StoredDay day = stored.value_or(StoredDay());
-    const bool isToday = day.date == ports.clock->today();
+    const QDate today = ports.clock->today();
+    const bool isToday = day.date == today;
     LastFileStatus = isToday ? status::Done : status::NoDayFile;
     if (stored && (day.damage || !day.date.isValid()))
         keepCopy(); // the next save overwrites the damaged file
@@ -252,7 +253,10 @@ void LoadDayFile(const QString& /*mode*/, QList<DayEntry>& entries) {
     DayDate = day.date;
     SetDayTail(day.tail);
     CurrentEntryIndex = day.date.isValid() ? qint64(entries.size()) : -1;
-    const bool reformat = isToday && RecomputeTotals(entries);
+    bool reformat = false;
+    for (DayEntry& entry : entries) // a day that is over keeps what was known of it
+        if (isToday || (day.date > today && !entry.StopTime.isEmpty()))
+            reformat = recompute(entry) || reformat;
     SetStatusText(QStringLiteral("Loading Data ... Complete"));
     if (reformat) {
         SetStatusText(QStringLiteral("Reformating Data File"));

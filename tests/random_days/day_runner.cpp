@@ -184,6 +184,7 @@ DayRunner::DayRunner() : m_zone(qgetenv("TZ")) {
         rows.update();
     }
     WireModify();
+    WireControlScreen();
     screens.onLoad = [this](Screen screen) {
         if (screen == Screen::frmSTM)
             EnsureControlScreenLoaded();

@@ -62,9 +62,11 @@ void WorkedModel::launch(const Moment& now) {
     m_memory.onBreak = m_memory.itemOffersEnd = goesOn && m_memory.breakBegan >= 0;
     m_last = now;
     m_wallDate = now.date();
-    if (m_memory.day.entries.isEmpty())
+    if (m_memory.day.entries.isEmpty()) {
         closeDay(now.date());
-    else if (m_memory.day.date < now.date())
+        if (!m_memory.day.entries.isEmpty())
+            save(); // it came back
+    } else if (m_memory.day.date < now.date())
         closeLeftOver(now.date());
     else
         resume(now);
@@ -132,13 +134,15 @@ void WorkedModel::read(const Moment& now) {
     // Where the clock would be if nobody had set it, summer time included.
     Moment real{wallAt(last.utc + gain), now.boot, now.awake, last.utc + gain};
     const int zoneShift = int(std::lround(double(real.wall - last.wall - gain) / 60));
-    const bool jumped = std::abs(now.wall - real.wall) > jumpSeconds;
+    const bool jumped = std::abs(now.wall - real.wall) > jumpSeconds || now.date() < last.date();
     if (!jumped)
         real = now;
-    const bool sameDate = real.date() == now.date();
-    const bool overMidnight = real.date() > last.date();
+    // A midnight that the jump takes back again wasn't one.
+    const bool overMidnight = real.date() > last.date() && now.date() > last.date();
+    const bool sameDate = now.date() == (overMidnight ? real.date() : last.date());
     const int clock = jumped && sameDate ? now.minute() : real.minute();
-    elapse(real, asleep, std::max(0, clock - sinceMidnight(real)));
+    if (overMidnight)
+        elapse(real, asleep, std::max(0, clock - sinceMidnight(real)));
     const int shift = int(now.wall / 60 - real.wall / 60) + (overMidnight ? 0 : zoneShift);
     if ((jumped || shift != 0) && !(overMidnight && sameDate))
         jump(shift, !sameDate, now, overMidnight ? real.minute() : last.minute());
@@ -167,12 +171,14 @@ void WorkedModel::elapse(const Moment& to, bool asleep, int start) {
         closeDay(to.date());
     if (index >= 0 && asleep) {
         memory.nights.append({project, date, lastMinute, to.date()});
-        memory.promptMinutes = 0; // at an ordinary midnight it counts on
+        memory.nights.last().superseded = to.date() <= date; // its day isn't over
+        memory.promptMinutes = 0;                            // at an ordinary midnight it counts on
         memory.onBreak = memory.itemOffersEnd = false;
     } else if (index >= 0) {
         goOn(project, {.wall = qint64(to.date()) * secondsADay + start * 60}, breakOpen);
     }
-    followWhatRuns();
+    if (to.date() > date || index >= 0)
+        followWhatRuns();
     refresh(to.minute());
     save();
 }
@@ -430,8 +436,10 @@ bool WorkedModel::correct(int row, const Correction& correction, const Moment& n
         (changed.runs() && next) ||                                       // only the last may run
         changed.start > until || until > minute ||                        // backward, in the future
         (before && changed.start < before->start) ||                      // neighbours inside out
-        (!changed.runs() && until > nextStop))
+        (!changed.runs() && until > nextStop)) {
+        writeRows(now); // closing the screen rolls the day up all the same
         return false;
+    }
 
     changed.total = until - changed.start;
     if (before &&
@@ -498,6 +506,7 @@ void WorkedModel::countNight(const Moment& now) {
 void WorkedModel::leaveNight(const Moment& now) {
     read(now);
     m_memory.nights.removeFirst();
+    refresh(now.minute());
     save();
 }
 
