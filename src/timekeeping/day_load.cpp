@@ -93,7 +93,7 @@ void keepSavedTotal(int now) {
 
 void openLoadedDay() {
     const WallMoment now = MomentOf(ports.clock->now());
-    CurrentEntryIndex = qint64(DayEntries.size()) - 1;
+    CurrentEntryIndex = RunningIndex();
     ReadBreakFromTail();
     if (!EntryRunning())
         ForgetBreak();

@@ -132,6 +132,16 @@ bool recompute(DayEntry& entry) {
     return !running;
 }
 
+/// The running entry's break as of now, so that the file holds it beside the total as of now.
+void countOpenBreak(QList<DayEntry>& entries) {
+    if (&entries != &DayEntries || entries.isEmpty() || !entries.last().StopTime.isEmpty())
+        return;
+    const Int16 index = std::exchange(CurrentEntryIndex, Int16(entries.size() - 1));
+    ReadBreakFromTail();
+    UpdateCurrentEntry();
+    CurrentEntryIndex = index;
+}
+
 void keepCopy() {
     SkipErrors step(QStringLiteral("VerifyDayFile"));
     step([] { ports.files->copy(DayFilePath(), LastDayFilePath()); });
@@ -260,6 +270,7 @@ void LoadDayFile(const QString& /*mode*/, QList<DayEntry>& entries) {
     SetStatusText(QStringLiteral("Loading Data ... Complete"));
     if (reformat) {
         SetStatusText(QStringLiteral("Reformating Data File"));
+        countOpenBreak(entries);
         WriteDayFileHeader(reformatFile());
         WriteDayFileBody(reformatFile(), DayFilePath());
     }
