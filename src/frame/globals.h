@@ -45,11 +45,11 @@ struct Globals {
     QString CollectionFileName;       // its name without extension; both "": none yet
 
     // The day. Written by day_file, working_day, entry_times and day_change.
-    QList<DayEntry> DayEntries; // in start order, 0-based
-    QDate DayDate;              // the date that DayEntries belong to; invalid: no entries yet
-    bool KeepsDay = true;       // false: another process does; nothing of it is loaded or written
-    Int16 CurrentEntryIndex = -1;     // index into DayEntries; -1: none
-    bool DayUnsaved = false;          // the last save of the day file failed
+    QList<DayEntry> DayEntries;   // in start order, 0-based
+    QDate DayDate;                // the date that DayEntries belong to; invalid: no entries yet
+    bool KeepsDay = true;         // false: another process does; nothing of it is loaded or written
+    Int16 CurrentEntryIndex = -1; // index into DayEntries; -1: none
+    bool DayUnsaved = false;      // the last save of the day file failed
     bool ControlScreenLoaded = false; // the day was loaded; status text may be shown
     bool DayStopped = false;          // the tick leaves the day alone
     qint32 OnBreak = 0;               // 1 while on break

@@ -10,7 +10,8 @@ class Waiting : public testing::ProgramTest {
     Waiting() {
         Questions().registerKind(
             "color",
-            {.text = [](const QStringList& details) { return QString("Which, " + details[0] + "?"); },
+            {.text =
+                 [](const QStringList& details) { return QString("Which, " + details[0] + "?"); },
              .answers =
                  [](const QStringList&) {
                      return QStringList{"Red", "Never"};
