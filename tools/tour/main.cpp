@@ -11,6 +11,7 @@
 #include "frame/status_text.h"
 #include "help_tour.h"
 #include "platform/error.h"
+#include "platform/file_store.h"
 #include "platform/installed_files.h"
 #include "platform/instance_lock.h"
 #include "platform/recordset.h"
@@ -328,7 +329,8 @@ int main(int argc, char** argv) {
     const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
     QDir(folder).removeRecursively();
     for (const char* data : {"/home", "/example"})
-        QDir().mkpath(folder + QLatin1String(data));
+        // Its owner's alone: the program shows a box about a folder that others can enter.
+        kelvrane::DiskFileStore().createFolder(folder + QLatin1String(data));
     kelvrane::SetAppPath(folder + QStringLiteral("/home"));
     try {
         kelvrane::tour::Tour(folder).run();
