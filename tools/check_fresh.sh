@@ -21,7 +21,7 @@ work=$(mktemp -d "${TMPDIR:-/tmp}/fresh-XXXXXX")
 child=
 clean_up() {
     if [[ -n $child ]]; then
-        kill "$child" 2> /dev/null || true # unshare takes all that runs inside along
+        kill -- "-$child" 2> /dev/null || true # unshare takes all that runs inside along
         wait "$child" 2> /dev/null || true
     fi
     rm -rf --one-file-system "$work"
@@ -29,11 +29,14 @@ clean_up() {
 trap clean_up EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
-# In the background, because a signal is only looked at between two commands or in a wait.
+# In the background, because a signal is only looked at between two commands or in a wait; a group of
+# processes of its own, which ends as one.
 run() {
     local status=0
+    set -m
     "$@" &
     child=$!
+    set +m
     wait "$child" || status=$?
     child=
     return "$status"
@@ -119,7 +122,7 @@ check() { # SUITE: a line of the report; status 1 when something failed
     read -r failed count < <(sed -nE \
         's/^[0-9]+% tests passed, ([0-9]+) tests? failed out of ([0-9]+).*/\1 \2/p' "$log/test.log") || true
     tests=$(sed -nE 's/^Total Test time \(real\) = +([0-9]+).*/\1/p' "$log/test.log")
-    warnings=$(grep -c ' warning: ' "$log/test.log" || true)
+    warnings=$(grep -cE '^[^ ]+:[0-9]+:[0-9]+: warning: ' "$log/test.log" || true)
     cp -r "$root/kelvrane/out/tour" "$log/tour" 2> /dev/null || true
     pictures=$(find "$log" -name '*.png' | wc -l)
     rm -rf --one-file-system "$root"

@@ -91,7 +91,9 @@ double ShownPointSize(const SheetContents& contents, const CellStyle& style) {
 
 QFont SheetFont(const QString& family) {
     const Substitute substitute = SubstituteOf(family);
-    QStringList families{family};
+    QStringList families;
+    if (!family.isEmpty())
+        families << family;
     if (!substitute.sameWidths.isEmpty())
         families << substitute.sameWidths;
     families << substitute.standIn.family;
