@@ -95,6 +95,16 @@ void WorkedModel::resume(const Moment& now) {
         }
     }
     readFile(now.minute());
+    askAboutClock(now);
+}
+
+/// The question comes with a day of a later date and goes with it; either way it is saved.
+void WorkedModel::askAboutClock(const Moment& now) {
+    if (m_memory.asked == dayIsAhead(now))
+        return;
+    m_memory.asked = !m_memory.asked;
+    refresh(now.minute());
+    save();
 }
 
 /// A day file of an earlier date: the totals as saved, the running one's as the history knows it
@@ -146,6 +156,7 @@ void WorkedModel::read(const Moment& now) {
     const int shift = int(now.wall / 60 - real.wall / 60) + (overMidnight ? 0 : zoneShift);
     if ((jumped || shift != 0) && !(overMidnight && sameDate))
         jump(shift, !sameDate, now, overMidnight ? real.minute() : last.minute());
+    askAboutClock(now);
     m_last = now;
     m_rowsCurrent = m_totalsCurrent = false;
 }
@@ -528,6 +539,7 @@ void WorkedModel::clockIsRight(const Moment& now) {
     owe(later);
     memory.last = later;
     memory.day = today;
+    memory.asked = false;
     followWhatRuns();
     refresh(now.minute());
     save();

@@ -146,6 +146,7 @@ class WorkedModel {
         int breakBegan = -1;        ///< minute, of the running entry's open break
         int breakHeld = 0;
         bool loaded = false; ///< the control screen has the day
+        bool asked = false;  ///< whether the clock or the day's later date is right
         int promptMinutes = 0;
         QList<Night> nights;
         WorkedDay last; ///< the day put by
@@ -170,6 +171,7 @@ class WorkedModel {
     void payRows();
     WorkedRows rowsOf(const WorkedDay& day) const;
     void resume(const Moment& now);
+    void askAboutClock(const Moment& now);
     void closeLeftOver(int today);
 
     Memory m_memory;
