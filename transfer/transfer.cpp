@@ -169,8 +169,8 @@ void setWhat(Options& options, const Request& request) {
 
 /// A certificate that doesn't hold ends the transfer, also where encryption was the server's offer.
 void setSafety(Options& options, const Request& request) {
-    const curl_usessl encryption = isFtp(request.url) ? CURLUSESSL_ALL : CURLUSESSL_TRY;
-    options.set(CURLOPT_USE_SSL, static_cast<long>(encryption));
+    const long encryption = isFtp(request.url) ? CURLUSESSL_ALL : CURLUSESSL_TRY;
+    options.set(CURLOPT_USE_SSL, encryption);
     options.set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
     options.set(CURLOPT_SSL_VERIFYPEER, 1L);
     options.set(CURLOPT_SSL_VERIFYHOST, 2L);
