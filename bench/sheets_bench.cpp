@@ -135,13 +135,14 @@ void weeklySheet(const SheetFolder& on) {
 /// The template, and the scanned sheet with its alias: twice a sheet is read.
 void weeklyFloor(const SheetFolder& on) {
     FloorHtmlParses(ports.files->read(on.path(QStringLiteral("week.htm"))), 2);
-    QStringList queries = {PeriodQuery(on.monday(), on.monday().addDays(6))};
+    const QString week = QStringLiteral("Date BETWEEN #%1# AND #%2#")
+                             .arg(DateText(on.monday()), DateText(on.monday().addDays(6)));
+    QStringList queries = {WithStoredDates(QStringLiteral("SELECT * FROM DayInfo WHERE ") + week)};
     for (int i = 0; i < projects; ++i)
-        queries.append(
-            ProjectPeriodQuery(QStringLiteral("Project %1").arg(i, 2, 10, QLatin1Char('0')),
-                               on.monday(), on.monday().addDays(6)));
-    for (QString& query : queries)
-        query = WithStoredDates(query);
+        queries.append(WithStoredDates(
+            QStringLiteral("SELECT * FROM DayInfo WHERE ProjectName = 'Project %1' AND ")
+                .arg(i, 2, 10, QLatin1Char('0')) +
+            week));
     FloorQueries(on.history(), queries);
 }
 

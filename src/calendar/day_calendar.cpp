@@ -157,7 +157,13 @@ void ShowDay(QDate date, HistoryFile& history, LateReports& reports) {
         return;
     SkipErrors step = reports.steps(QStringLiteral("ShowDay"));
     QList<DayGroup> groups;
-    step([&] { groups = ReadDayGroups(history, calendar.DisplayedDate, step); });
+    if (!step([&] { groups = ReadDayGroups(history, calendar.DisplayedDate, step); })) {
+        calendar.DisplayedDate.clear(); // nothing can be added to rows that nobody saw
+        calendar.controls.setCaption(
+            QStringLiteral("lblHint"),
+            QStringLiteral("This day could not be read. Choose it again to try once more."));
+        return;
+    }
     calendar.appendGroups(groups, ProjectChoices());
     calendar.setPanelShown(!groups.isEmpty());
 }

@@ -1,8 +1,9 @@
 #include "calendar/day_store.h"
 
 #include "frame/globals.h"
-#include "frame/program_folder.h"
+#include "history/day_history.h"
 #include "history/period_query.h"
+#include "history/roll_up.h"
 #include "platform/texts.h"
 #include "records/project_lookup.h"
 #include "records/record_tables.h"
@@ -23,8 +24,10 @@ const QString projectNumber = QStringLiteral("ProjectNumber");
 const QString customer = QStringLiteral("AssignTo");
 const QString rowKey = QStringLiteral("ID");
 
-QString rowQuery(qint64 id) {
-    return QStringLiteral("SELECT * FROM DayInfo WHERE ID = %1").arg(id);
+/// A key alone may be another date's by now.
+BoundQuery rowQuery(qint64 id, const QString& date) {
+    return {QStringLiteral("SELECT * FROM DayInfo WHERE ID = ? AND Date = ?"),
+            {id, StoredDateText(DateFromText(date))}};
 }
 
 Int16 minutesOf(Recordset& rows, const QString& field) {
@@ -44,7 +47,8 @@ DayGroup groupOf(Recordset& rows) {
             .number = rows.text(projectNumber),
             .breakTime = MinutesToText(pause),
             .workTime = MinutesToText(minutesOf(rows, totalTime) - pause),
-            .id = rows.value(rowKey).toLongLong()};
+            .id = rows.value(rowKey).toLongLong(),
+            .storedProject = rows.text(projectName)};
 }
 
 void setTimes(Recordset& row, const DayGroup& group) {
@@ -57,12 +61,13 @@ void setTimes(Recordset& row, const DayGroup& group) {
 using Change = std::unique_ptr<Recordset>; ///< a row with pending changes
 
 /// Without changes for a group that has another project than its row.
-Change changedRow(Connection& connection, const DayGroup& group) {
-    auto row = std::make_unique<Recordset>(connection, rowQuery(group.id), Recordset::Optimistic);
+Change changedRow(Connection& connection, const QString& date, const DayGroup& group) {
+    auto row =
+        std::make_unique<Recordset>(connection, rowQuery(group.id, date), Recordset::Optimistic);
     if (row->isEmpty())
         Raise(errors::NoCurrentRecord,
               QStringLiteral("The row of '%1' is no longer in the history").arg(group.project));
-    if (row->text(projectName) == group.project)
+    if (group.project == row->text(projectName) || group.project == group.storedProject)
         setTimes(*row, group);
     return row;
 }
@@ -89,17 +94,14 @@ Change newRow(Connection& connection, const QString& date, const DayGroup& group
     return row;
 }
 
-/// All or nothing.
-template <typename Writes>
-void inTransaction(Connection& connection, Writes&& writes) {
-    connection.begin();
-    try {
-        writes();
-        connection.commit();
-    } catch (const RuntimeError&) {
-        connection.rollback();
-        throw;
-    }
+/// Rows that a roll-up still owes would be missing, or undo a change. To be called before the
+/// history is opened: an owed roll-up is tried then.
+void requireRolledUp(const QString& date) {
+    if (RollUpOwes(DateFromText(date)))
+        Raise(errors::DatabaseLocked,
+              QStringLiteral("The hours of %1 are still to be written to the history. Try again "
+                             "when they are")
+                  .arg(date));
 }
 
 /// The write lock is taken only when there is something to write: days of a history that is
@@ -108,7 +110,7 @@ void writeChanges(Connection& connection, std::vector<Change>& changes) {
     std::erase_if(changes, [](const Change& change) { return !change->hasPendingChanges(); });
     if (changes.empty())
         return;
-    inTransaction(connection, [&] {
+    connection.inTransaction([&] {
         for (const Change& change : changes)
             change->update();
     });
@@ -135,7 +137,7 @@ void joinRowsOf(Connection& connection, const QString& date, const QString& proj
     }
     if (!kept)
         return;
-    Recordset row(connection, rowQuery(*kept), Recordset::Optimistic);
+    Recordset row(connection, rowQuery(*kept, date), Recordset::Optimistic);
     row.setValue(breakTime, int(pause));
     row.setValue(totalTime, int(total));
     if (!assigned.isNull())
@@ -147,11 +149,12 @@ void joinRowsOf(Connection& connection, const QString& date, const QString& proj
 
 Connection& HistoryFile::connection() {
     if (!m_connection)
-        m_connection.emplace(InAppPath(QString::fromLatin1(files::DayHistory)));
+        m_connection.emplace(DayHistoryPath());
     return *m_connection;
 }
 
 QList<DayGroup> ReadDayGroups(HistoryFile& history, const QString& date, SkipErrors& step) {
+    requireRolledUp(date);
     QList<DayGroup> groups;
     Recordset rows(history.connection(), DayRows(DateFromText(date)));
     for (; !rows.atEnd(); rows.moveNext())
@@ -161,18 +164,19 @@ QList<DayGroup> ReadDayGroups(HistoryFile& history, const QString& date, SkipErr
 
 void WriteDayGroups(HistoryFile& history, const QString& date, QList<DayGroup> groups,
                     SkipErrors& step) {
+    requireRolledUp(date);
     Connection& connection = history.connection();
     std::vector<Change> changes;
     if (Recordset rows(connection, DayRows(DateFromText(date))); !rows.isEmpty()) {
         for (const DayGroup& group : std::as_const(groups))
             if (group.id != 0)
-                step([&] { changes.push_back(changedRow(connection, group)); });
+                step([&] { changes.push_back(changedRow(connection, date, group)); });
     } else if (groups.removeAll(DayGroup{}); !groups.isEmpty()) {
         OpenTable projects(ProjectDatabase, QStringLiteral("ProjectInfo"), Recordset::ReadOnly);
         for (const DayGroup& group : std::as_const(groups))
             step([&] {
                 changes.push_back(group.id == 0 ? newRow(connection, date, group, projects.rows)
-                                                : changedRow(connection, group));
+                                                : changedRow(connection, date, group));
             });
     }
     writeChanges(connection, changes);
@@ -190,8 +194,9 @@ QStringList RepeatedProjects(const QList<DayGroup>& groups) {
 }
 
 void JoinRows(HistoryFile& history, const QString& date, const QStringList& projects) {
+    requireRolledUp(date);
     Connection& connection = history.connection();
-    inTransaction(connection, [&] {
+    connection.inTransaction([&] {
         for (const QString& project : projects)
             joinRowsOf(connection, date, project);
     });

@@ -21,7 +21,8 @@ struct DayGroup {
     QString number = {};
     QString breakTime = QStringLiteral("0 Minutes");
     QString workTime = QStringLiteral("0 Minutes");
-    qint64 id = 0; ///< key of its row; 0: it has none yet
+    qint64 id = 0;              ///< key of its row; 0: it has none yet
+    QString storedProject = {}; ///< of that row, when it was read
 
     bool operator==(const DayGroup&) const = default;
 };
@@ -40,17 +41,19 @@ class HistoryFile {
 };
 
 /// The rows of a date (m/d/yyyy) in the order of their keys. A row whose times can't be read is a
-/// failed step and left out. Raises DatabaseOpen, Sql.
+/// failed step and left out. Raises DatabaseOpen, DatabaseLocked, Sql; DatabaseLocked also for a
+/// date that a roll-up still owes rows to.
 QList<DayGroup> ReadDayGroups(HistoryFile& history, const QString& date, SkipErrors& step);
 
 /// Writes break and total (work and break) of groups that were edited, in one transaction.
 ///
-/// On a day that has rows a group changes its own row, also where another row has the same project;
-/// one without a row, or with another project than its row, is passed over: filed histories rely on
-/// it. On a day that has none each group becomes a row that carries its project's customer, if the
-/// project is still there; a group without project and times is none. A group that can't be looked
-/// up, such as one whose row is gone, is a failed step; the others are written. Raises
-/// DatabaseOpen, Sql when the day as a whole can't be written; nothing is written then.
+/// On a day that has rows a group changes its own row, also where another row has the same project,
+/// or where the row's project was renamed since; one without a row, or with another project than
+/// its row, is passed over: filed histories rely on it. On a day that has none each group becomes a
+/// row that carries its project's customer, if the project is still there; a group without project
+/// and times is none. A group that can't be looked up, such as one whose row is gone, is a failed
+/// step; the others are written. Raises what ReadDayGroups raises when the day as a whole can't be
+/// written; nothing is written then.
 void WriteDayGroups(HistoryFile& history, const QString& date, QList<DayGroup> groups,
                     SkipErrors& step);
 

@@ -1,6 +1,6 @@
 #include "charts/chart_data.h"
 
-#include "frame/program_folder.h"
+#include "history/day_history.h"
 #include "platform/connection.h"
 #include "platform/error.h"
 #include "platform/texts.h"
@@ -19,12 +19,8 @@ namespace {
 using EachRow = std::function<void(const QSqlQuery& row)>;
 
 void read(const QString& sql, const QVariantList& values, const EachRow& each) {
-    Connection connection(InAppPath(QString::fromLatin1(files::DayHistory)));
-    QSqlQuery& query = connection.prepared(sql);
-    for (int place = 0; place < values.size(); ++place)
-        query.bindValue(place, values[place]);
-    if (!query.exec())
-        RaiseSql(query);
+    Connection connection(DayHistoryPath());
+    QSqlQuery query = connection.select(sql, values);
     while (query.next())
         each(query);
     if (query.lastError().isValid())

@@ -27,12 +27,22 @@ void SetDayTail(const QStringList& lines) {
 }
 
 QStringList TailValues(const char* key) {
+    return TailValues(globals.DayTail, key);
+}
+
+QStringList TailValues(const QStringList& lines, const char* key) {
     const QString start = startOf(key);
     QStringList values;
-    for (const QString& line : globals.DayTail)
+    for (const QString& line : lines)
         if (line.startsWith(start))
             values.append(line.mid(start.size()));
     return values;
+}
+
+QStringList TailLines(const char* key) {
+    QStringList lines = globals.DayTail;
+    lines.removeIf([start = startOf(key)](const QString& line) { return !line.startsWith(start); });
+    return lines;
 }
 
 void SetTailValues(const char* key, const QStringList& values) {

@@ -24,6 +24,10 @@ void SetDayTail(const QStringList& lines);
 
 /// The values of a key, in the order of their lines.
 QStringList TailValues(const char* key);
+/// The same of lines that belong to a day elsewhere.
+QStringList TailValues(const QStringList& lines, const char* key);
+/// The lines of a key, whole.
+QStringList TailLines(const char* key);
 /// Puts these values in the place of all that the key has.
 void SetTailValues(const char* key, const QStringList& values);
 

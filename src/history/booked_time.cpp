@@ -1,11 +1,10 @@
 #include "history/booked_time.h"
 
-#include "frame/program_folder.h"
+#include "history/day_history.h"
 #include "platform/connection.h"
 #include "platform/error.h"
 #include "platform/texts.h"
 
-#include <QScopeGuard>
 #include <QVariant>
 
 #include <cmath>
@@ -15,16 +14,17 @@ namespace kelvrane {
 namespace {
 
 BookedTime readTime(const BookedProject& project) {
-    Connection history(InAppPath(QString::fromLatin1(files::DayHistory)));
-    QSqlQuery& query = history.prepared(
-        QStringLiteral("SELECT count(*), sum(coalesce(TotalTime, 0) - coalesce(BreakTime, 0)) "
-                       "FROM DayInfo WHERE ProjectName = ? COLLATE BINARY") +
-        (project.number.isEmpty() ? QString() : QStringLiteral(" AND ProjectNumber = ?")));
-    const auto done = qScopeGuard([&query] { query.finish(); });
-    query.bindValue(0, project.name);
-    if (!project.number.isEmpty())
-        query.bindValue(1, project.number);
-    if (!query.exec() || !query.next())
+    Connection history(DayHistoryPath());
+    QString sql = QStringLiteral("SELECT count(*), sum(coalesce(TotalTime, 0) - "
+                                 "coalesce(BreakTime, 0)) FROM DayInfo WHERE ProjectName = ? "
+                                 "COLLATE BINARY");
+    QVariantList values{project.name};
+    if (!project.number.isEmpty()) {
+        sql += QStringLiteral(" AND ProjectNumber = ?");
+        values.append(project.number);
+    }
+    QSqlQuery query = history.select(sql, values);
+    if (!query.next())
         RaiseSql(query);
     return {query.value(0).toInt(), std::llround(query.value(1).toDouble())};
 }

@@ -24,23 +24,14 @@ struct Paths {
     QString target, backup, newBackup, temp;
 };
 
-void removeIfThere(const QString& path) {
-    if (ports.files->exists(path))
-        ports.files->remove(path, true);
-}
-
 /// Whether a history holds rows of other dates than the day in memory, which each roll-up brings
 /// back. False too for a file that is no history.
 bool holdsEarlierDays(const QString& path) {
     Connection connection(path);
-    QSqlQuery& query =
-        connection.prepared(QStringLiteral("SELECT 1 FROM DayInfo WHERE Date <> ? LIMIT 1"));
-    query.bindValue(0, StoredDateText(DayDate));
-    if (!query.exec())
-        RaiseSql(query);
-    const bool found = query.next();
-    query.finish();
-    return found;
+    return connection
+        .select(QStringLiteral("SELECT 1 FROM DayInfo WHERE Date <> ? LIMIT 1"),
+                {StoredDateText(DayDate)})
+        .next();
 }
 
 /// An emptied history, or a foreign file in its place, doesn't cost the backup what it holds. A
@@ -77,15 +68,15 @@ void compact(SkipErrors& step, const Paths& paths, bool makeBackup) {
             // The old backup goes when the new one is whole: neither a database that can't be read
             // nor a full disk costs it.
             compaction.settle();
-            removeIfThere(paths.newBackup);
+            ports.files->removeIfThere(paths.newBackup);
             compaction.backupTo(paths.newBackup);
             ReplaceDatabase(*ports.files, paths.newBackup, paths.backup);
         });
-        step([&] { removeIfThere(paths.newBackup); });
+        step([&] { ports.files->removeIfThere(paths.newBackup); });
     }
     step([&] { compaction.close(); });
     ports.progress->setPercent(10);
-    step([&] { removeIfThere(paths.temp); });
+    step([&] { ports.files->removeIfThere(paths.temp); });
     ports.progress->setPercent(20);
     step([&] {
         compaction.settle();
@@ -95,7 +86,7 @@ void compact(SkipErrors& step, const Paths& paths, bool makeBackup) {
     });
     ports.progress->setPercent(70);
     ports.progress->setPercent(80);
-    step([&] { removeIfThere(paths.temp); });
+    step([&] { ports.files->removeIfThere(paths.temp); });
     ports.progress->setPercent(90);
 }
 

@@ -15,10 +15,6 @@ namespace kelvrane {
 
 namespace {
 
-QString dateLiteral(QDate date) {
-    return QLatin1Char('#') + DateText(date) + QLatin1Char('#');
-}
-
 DayProjectSummary summaryOf(const DayEntry& entry) {
     return {entry.ProjectName, entry.ProjectNumber, ToMinutes(entry.BreakTime),
             ToMinutes(entry.TotalTime)};
@@ -34,20 +30,16 @@ struct StoredRow {
 
 /// The rows of a day in the order of their keys.
 QList<StoredRow> rowsOf(Connection& connection, QDate day) {
-    QSqlQuery& query = connection.prepared(QStringLiteral(
-        "SELECT rowid, ProjectName, BreakTime, TotalTime FROM DayInfo WHERE Date = ? "
-        "ORDER BY rowid"));
-    query.bindValue(0, StoredDateText(day));
-    if (!query.exec())
-        RaiseSql(query);
+    QSqlQuery query = connection.select(QStringLiteral("SELECT rowid, ProjectName, BreakTime, "
+                                                       "TotalTime FROM DayInfo WHERE Date = ? "
+                                                       "ORDER BY rowid"),
+                                        {StoredDateText(day)});
     QList<StoredRow> rows;
     while (query.next())
         rows.append({query.value(0).toLongLong(), query.value(1).toString(), query.value(2).toInt(),
                      query.value(3).toInt()});
-    const bool failed = query.lastError().isValid();
-    if (failed)
+    if (query.lastError().isValid())
         RaiseSql(query);
-    query.finish();
     return rows;
 }
 
@@ -85,15 +77,6 @@ QList<Statement> differences(QDate day, QList<StoredRow> rows,
     return statements;
 }
 
-void run(Connection& connection, const Statement& statement) {
-    QSqlQuery& query = connection.prepared(QLatin1String(statement.sql));
-    for (int place = 0; place < statement.values.size(); ++place)
-        query.bindValue(place, statement.values[place]);
-    if (!query.exec())
-        RaiseSql(query);
-    query.finish();
-}
-
 } // namespace
 
 QList<DayProjectSummary> SummariesOf(const QList<DayEntry>& entries) {
@@ -114,15 +97,10 @@ void WriteDayRows(QDate day, const QList<DayProjectSummary>& summaries, const QS
     const QList<Statement> statements = differences(day, rowsOf(connection, day), summaries, gone);
     if (statements.isEmpty())
         return;
-    connection.begin();
-    try {
+    connection.inTransaction([&] {
         for (const Statement& statement : statements)
-            run(connection, statement);
-        connection.commit();
-    } catch (const RuntimeError&) {
-        connection.rollback();
-        throw;
-    }
+            connection.run(QLatin1String(statement.sql), statement.values);
+    });
 }
 
 QString DayHistoryPath() {
@@ -144,17 +122,6 @@ int FindRecordByDate(Recordset& rows, QDate Date) {
     rows.moveFirst();
     rows.find(QStringLiteral("Date = '") + DateText(Date) + QLatin1Char('\''));
     return rows.position();
-}
-
-QString PeriodQuery(QDate From, QDate To) {
-    return QStringLiteral("SELECT * FROM DayInfo WHERE Date BETWEEN ") + dateLiteral(From) +
-           QStringLiteral(" and ") + dateLiteral(To) + QStringLiteral(" ORDER BY ProjectName");
-}
-
-QString ProjectPeriodQuery(const QString& Name, QDate From, QDate To) {
-    return QStringLiteral("SELECT * FROM DayInfo WHERE ( ProjectName = '") + Name +
-           QStringLiteral("' ) AND ( Date BETWEEN ") + dateLiteral(From) + QStringLiteral(" and ") +
-           dateLiteral(To) + QLatin1Char(')');
 }
 
 } // namespace kelvrane

@@ -45,9 +45,4 @@ void TellMissingDayHistory();
 /// Moves to the first row with that date, searching from the first row; returns the position.
 int FindRecordByDate(Recordset& rows, QDate Date);
 
-/// "SELECT * FROM DayInfo WHERE Date BETWEEN ..." over From to To, both included, by ProjectName.
-QString PeriodQuery(QDate From, QDate To);
-/// The same for one project; the name stands as it is.
-QString ProjectPeriodQuery(const QString& Name, QDate From, QDate To);
-
 } // namespace kelvrane

@@ -1,8 +1,8 @@
 #include "history/rename_project.h"
 
-#include "frame/program_folder.h"
+#include "frame/globals.h"
+#include "history/day_history.h"
 #include "platform/connection.h"
-#include "platform/ports.h"
 #include "platform/texts.h"
 
 #include <QList>
@@ -11,33 +11,6 @@
 namespace kelvrane {
 
 namespace {
-
-/// Takes everything back unless it is committed.
-class Transaction {
-  public:
-    explicit Transaction(Connection& connection) : m_connection(connection) {
-        m_connection.begin();
-    }
-    ~Transaction() { m_connection.rollback(); }
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
-    void commit() { m_connection.commit(); }
-
-  private:
-    Connection& m_connection;
-};
-
-QSqlQuery run(Connection& connection, const QString& sql, const QVariantList& values) {
-    QSqlQuery query(connection.database());
-    query.setForwardOnly(true);
-    if (!query.prepare(sql))
-        RaiseSql(query);
-    for (const QVariant& value : values)
-        query.addBindValue(value);
-    if (!query.exec())
-        RaiseSql(query);
-    return query;
-}
 
 struct BookedRow {
     QVariant id;
@@ -57,7 +30,7 @@ QList<BookedRow> readRows(Connection& history, const QString& name, const QStrin
         sql += QStringLiteral(" AND ProjectNumber = ?");
         values.append(number);
     }
-    QSqlQuery query = run(history, sql, values);
+    QSqlQuery query = history.select(sql, values);
     QList<BookedRow> rows;
     while (query.next())
         rows.append({.id = query.value(0),
@@ -68,30 +41,30 @@ QList<BookedRow> readRows(Connection& history, const QString& name, const QStrin
     return rows;
 }
 
-/// The row of that date that already has the new name, and the same number but on today's date.
+/// The row of that date that already has the new name, and the same number but on the date of the
+/// open day.
 QVariant rowToJoin(Connection& history, const BookedRow& row, const QString& to) {
     QString sql = QStringLiteral("SELECT rowid FROM DayInfo WHERE Date = ? AND "
                                  "ProjectName = ? COLLATE BINARY");
     QVariantList values{row.date, to};
-    if (row.date.toString() != StoredDateText(ports.clock->today())) {
+    if (!DayDate.isValid() || row.date.toString() != StoredDateText(DayDate)) {
         sql += QStringLiteral(" AND coalesce(ProjectNumber, '') = ?");
         values.append(row.number.isNull() ? QStringLiteral("") : row.number);
     }
-    QSqlQuery query = run(history, sql + QStringLiteral(" ORDER BY rowid LIMIT 1"), values);
+    QSqlQuery query = history.select(sql + QStringLiteral(" ORDER BY rowid LIMIT 1"), values);
     return query.next() ? query.value(0) : QVariant();
 }
 
 void renameRow(Connection& history, const BookedRow& row, const QString& to) {
     if (row.joins.isNull()) {
-        run(history, QStringLiteral("UPDATE DayInfo SET ProjectName = ? WHERE rowid = ?"),
-            {to, row.id});
+        history.run(QStringLiteral("UPDATE DayInfo SET ProjectName = ? WHERE rowid = ?"),
+                    {to, row.id});
         return;
     }
-    run(history,
-        QStringLiteral("UPDATE DayInfo SET BreakTime = coalesce(BreakTime, 0) + ?, "
-                       "TotalTime = coalesce(TotalTime, 0) + ? WHERE rowid = ?"),
-        {row.pause, row.total, row.joins});
-    run(history, QStringLiteral("DELETE FROM DayInfo WHERE rowid = ?"), {row.id});
+    history.run(QStringLiteral("UPDATE DayInfo SET BreakTime = coalesce(BreakTime, 0) + ?, "
+                               "TotalTime = coalesce(TotalTime, 0) + ? WHERE rowid = ?"),
+                {row.pause, row.total, row.joins});
+    history.run(QStringLiteral("DELETE FROM DayInfo WHERE rowid = ?"), {row.id});
 }
 
 } // namespace
@@ -99,15 +72,15 @@ void renameRow(Connection& history, const BookedRow& row, const QString& to) {
 void RenameProjectInHistory(const QString& from, const QString& to, const QString& number) {
     if (from == to)
         return;
-    Connection history(InAppPath(QString::fromLatin1(files::DayHistory)), LockWait::None);
-    Transaction transaction(history);
-    // All are looked up before the first changes: rows that a day held twice stay two.
-    QList<BookedRow> rows = readRows(history, from, number);
-    for (BookedRow& row : rows)
-        row.joins = rowToJoin(history, row, to);
-    for (const BookedRow& row : rows)
-        renameRow(history, row, to);
-    transaction.commit();
+    Connection history(DayHistoryPath(), LockWait::None);
+    history.inTransaction([&] {
+        // All are looked up before the first changes: rows that a day held twice stay two.
+        QList<BookedRow> rows = readRows(history, from, number);
+        for (BookedRow& row : rows)
+            row.joins = rowToJoin(history, row, to);
+        for (const BookedRow& row : rows)
+            renameRow(history, row, to);
+    });
 }
 
 } // namespace kelvrane

@@ -84,17 +84,7 @@ QList<DayProjectSummary> closedSummaries(const QList<DayEntry>& entries) {
 }
 
 void writeClosedDay(const StoredDay& day) {
-    const QString deletion = QString::fromLatin1(tail::Delete) + QLatin1Char('=');
-    QStringList gone;
-    for (const QString& line : day.tail)
-        if (line.startsWith(deletion))
-            gone.append(line.mid(deletion.size()));
-    WriteDayRows(day.date, closedSummaries(day.entries), gone);
-}
-
-void removeIfThere(const QString& path) {
-    if (ports.files->exists(path))
-        ports.files->remove(path, true);
+    WriteDayRows(day.date, closedSummaries(day.entries), TailValues(day.tail, tail::Delete));
 }
 
 void renameRows() {
@@ -111,7 +101,7 @@ void renameRows() {
 void RollUp::attempt() {
     while (!closedDays.isEmpty()) {
         writeClosedDay(closedDays.first());
-        removeIfThere(ClosedDayFilePath(closedDays.first().date));
+        ports.files->removeIfThere(ClosedDayFilePath(closedDays.first().date));
         closedDays.removeFirst();
     }
     renameRows();
@@ -221,14 +211,6 @@ void registerQuestion() {
          .stored = false});
 }
 
-/// The lines of the tail that concern one day only.
-QStringList tailOfDay() {
-    QStringList lines;
-    for (const QString& name : TailValues(tail::Delete))
-        lines.append(QString::fromLatin1(tail::Delete) + QLatin1Char('=') + name);
-    return lines;
-}
-
 } // namespace
 
 void AddDataToDayInfoDataBase() {
@@ -254,6 +236,12 @@ void RenameHistoryRows(const QString& from, const QString& to, const QString& nu
 
 bool RollUpPending() {
     return state().pending;
+}
+
+bool RollUpOwes(QDate date) {
+    RetryRollUp();
+    return std::ranges::find(state().closedDays, date, &StoredDay::date) !=
+           state().closedDays.end();
 }
 
 void RetryRollUp() {
@@ -284,7 +272,7 @@ void CompactAfterRollUp() {
 }
 
 void CloseDay() {
-    const StoredDay day{DayDate, DayEntries, tailOfDay(), {}};
+    const StoredDay day{DayDate, DayEntries, TailLines(tail::Delete), {}};
     SkipErrors step(QStringLiteral("CloseDay"));
     step([&] { WriteStoredDay(LastDayFilePath(), day); });
     DayEntries.clear();
@@ -315,7 +303,7 @@ void CloseStoredDay(const StoredDay& day) {
 void ForgetClosedDay(QDate date) {
     SkipErrors step(QStringLiteral("CloseDay"));
     if (state().closedDays.removeIf([&](const StoredDay& day) { return day.date == date; }) > 0)
-        step([&] { removeIfThere(ClosedDayFilePath(date)); });
+        step([&] { ports.files->removeIfThere(ClosedDayFilePath(date)); });
 }
 
 void FindClosedDays() {

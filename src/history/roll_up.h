@@ -29,6 +29,9 @@ void RenameHistoryRows(const QString& from, const QString& to, const QString& nu
 
 /// Whether anything is still to be written.
 bool RollUpPending();
+/// Whether the rows of a date that is over are still to be written, after trying it once more.
+/// Until then the history isn't what the day was, and a change of its rows would be undone.
+bool RollUpOwes(QDate date);
 /// Tries what is pending, without a box; for the minute tick. Nothing when nothing is pending.
 void RetryRollUp();
 /// The same at the end of the process: waits with progress, five seconds at most.

@@ -177,6 +177,27 @@ QSqlQuery& Connection::prepared(const QString& sql) {
     return m_prepared.emplace(sql, std::move(query)).first->second;
 }
 
+void Connection::run(const QString& sql, const QVariantList& values) {
+    QSqlQuery& query = prepared(sql);
+    for (qsizetype place = 0; place < values.size(); ++place)
+        query.bindValue(int(place), values[place]);
+    if (!query.exec())
+        RaiseSql(query);
+    query.finish();
+}
+
+QSqlQuery Connection::select(const QString& sql, const QVariantList& values) {
+    QSqlQuery query(m_database);
+    query.setForwardOnly(true);
+    if (!query.prepare(sql))
+        RaiseSql(query);
+    for (const QVariant& value : values)
+        query.addBindValue(value);
+    if (!query.exec())
+        RaiseSql(query);
+    return query;
+}
+
 void Connection::begin() {
     execute(QStringLiteral("BEGIN IMMEDIATE"));
     m_inTransaction = true;

@@ -14,6 +14,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
+#include <QVariantList>
 
 #include <map>
 
@@ -54,12 +55,20 @@ class Connection {
     /// Takes back what was written since begin; nothing outside a transaction. Raises nothing.
     void rollback();
 
+    /// All that the writes do is one transaction, or nothing of it when they raise.
+    template <typename Writes>
+    void inTransaction(Writes&& writes);
+
     /// Whether this process has a connection open on that file.
     static bool isOpenOn(const QString& path);
 
     /// A statement with ? for its values, prepared once for the connection's life. Reset it with
     /// finish() after use. Raises Sql.
     QSqlQuery& prepared(const QString& sql);
+    /// Runs a statement of that kind that returns no rows, with these values. Raises Sql.
+    void run(const QString& sql, const QVariantList& values);
+    /// Runs a SELECT with ? for its values; its rows are read forward. Raises Sql.
+    QSqlQuery select(const QString& sql, const QVariantList& values = {});
 
     QSqlDatabase& database() { return m_database; }
     const QString& path() const { return m_path; }
@@ -76,6 +85,18 @@ class Connection {
     std::map<QString, QSqlQuery> m_prepared;
     bool m_inTransaction = false;
 };
+
+template <typename Writes>
+void Connection::inTransaction(Writes&& writes) {
+    begin();
+    try {
+        writes();
+        commit();
+    } catch (...) {
+        rollback();
+        throw;
+    }
+}
 
 /// Raises Sql, or DatabaseLocked, with the text of the query's error.
 [[noreturn]] void RaiseSql(const QSqlQuery& query);

@@ -40,8 +40,7 @@ void DatabaseCompaction::settle() {
 /// with contents has been applied by the exclusive transaction.
 void DatabaseCompaction::removeEmptyJournal() {
     const QString journal = m_path + QLatin1String(journalEndings[0]);
-    if (m_files.exists(journal))
-        m_files.remove(journal, true);
+    m_files.removeIfThere(journal);
 }
 
 void DatabaseCompaction::backupTo(const QString& path) {

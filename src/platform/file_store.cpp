@@ -235,6 +235,11 @@ QString FileStore::createTemporary(const QString& path) {
     return fresh;
 }
 
+void FileStore::removeIfThere(const QString& path) {
+    if (exists(path))
+        remove(path, true);
+}
+
 void FileStore::writeAtomically(const QString& path, const QByteArray& bytes) {
     const QString fresh = createTemporary(path);
     orRemove(*this, fresh, [&] {

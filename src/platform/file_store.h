@@ -45,6 +45,8 @@ class FileStore {
     virtual void copy(const QString& source, const QString& target) = 0;
     /// Removes a file. Forced: also one that is read-only. Raises FileNotFound.
     virtual void remove(const QString& path, bool forced) = 0;
+    /// The same, forced, for a file that may not be there.
+    void removeIfThere(const QString& path);
     /// Creates a folder with all parents, mode 0700. Nothing when it exists.
     virtual void createFolder(const QString& path) = 0;
     /// Removes an empty folder.

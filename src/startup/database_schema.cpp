@@ -35,11 +35,6 @@ constexpr const char* projectTables[] = {
 
 using Fill = std::function<void(Connection&)>;
 
-void removeIfThere(FileStore& files, const QString& path) {
-    if (files.exists(path))
-        files.remove(path, true);
-}
-
 /// Builds the database beside its place and moves it there when it is whole.
 template <typename Statements>
 void createDatabase(const QString& path, const Statements& statements, const Fill& fill = {}) {
@@ -50,29 +45,20 @@ void createDatabase(const QString& path, const Statements& statements, const Fil
     try {
         {
             Connection connection(fresh);
-            connection.begin();
-            for (const char* statement : statements)
-                connection.execute(QLatin1String(statement));
-            if (fill)
-                fill(connection);
-            connection.commit(); // flushes the file
+            connection.inTransaction([&] {
+                for (const char* statement : statements)
+                    connection.execute(QLatin1String(statement));
+                if (fill)
+                    fill(connection);
+            }); // flushes the file
         }
         files.move(fresh, path);
     } catch (const RuntimeError&) {
         SkipErrors quiet(QStringLiteral("CreateDatabase"));
-        quiet([&] { removeIfThere(files, fresh + QStringLiteral("-journal")); });
-        quiet([&] { removeIfThere(files, fresh); });
+        quiet([&] { files.removeIfThere(fresh + QStringLiteral("-journal")); });
+        quiet([&] { files.removeIfThere(fresh); });
         throw;
     }
-}
-
-void insert(Connection& connection, const char* sql, const QVariantList& values) {
-    QSqlQuery& query = connection.prepared(QLatin1String(sql));
-    for (const QVariant& value : values)
-        query.addBindValue(value);
-    if (!query.exec())
-        RaiseSql(query);
-    query.finish();
 }
 
 QString text(const char* utf8) {
@@ -85,32 +71,35 @@ const starter::Project& projectOf(const starter::Day& day) {
 
 void fillDays(Connection& connection) {
     for (const starter::Day& day : starter::days)
-        insert(connection,
-               "INSERT INTO DayInfo (Date, ProjectName, ProjectNumber, BreakTime, TotalTime, "
-               "AssignTo) VALUES (?, ?, ?, ?, ?, ?)",
-               {text(day.date), text(projectOf(day).name), text(projectOf(day).number),
-                day.breakMinutes, day.totalMinutes, projectOf(day).customer + 1});
+        connection.run(
+            QStringLiteral(
+                "INSERT INTO DayInfo (Date, ProjectName, ProjectNumber, BreakTime, TotalTime, "
+                "AssignTo) VALUES (?, ?, ?, ?, ?, ?)"),
+            {text(day.date), text(projectOf(day).name), text(projectOf(day).number),
+             day.breakMinutes, day.totalMinutes, projectOf(day).customer + 1});
 }
 
 void fillProjects(Connection& connection) {
     int id = 0;
     for (const starter::Customer& customer : starter::customers)
-        insert(connection,
-               "INSERT INTO CustomerInfo (ID, Company, Title, FirstName, LastName, Address1, "
-               "Address2, City, State, ZipCode, Discount) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-               {++id, text(customer.company), text(customer.title), text(customer.firstName),
-                text(customer.lastName), text(customer.address1), text(customer.address2),
-                text(customer.city), text(customer.state), text(customer.zipCode),
-                customer.discount});
+        connection.run(
+            QStringLiteral(
+                "INSERT INTO CustomerInfo (ID, Company, Title, FirstName, LastName, Address1, "
+                "Address2, City, State, ZipCode, Discount) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
+                "?)"),
+            {++id, text(customer.company), text(customer.title), text(customer.firstName),
+             text(customer.lastName), text(customer.address1), text(customer.address2),
+             text(customer.city), text(customer.state), text(customer.zipCode), customer.discount});
     for (const starter::Project& project : starter::projects) {
         const starter::Customer& customer = starter::customers[project.customer];
-        insert(connection,
-               "INSERT INTO ProjectInfo (Project_Name, Project_Number, Entry_Date, Active, Notes, "
-               "Rate, CustomerID, CustInfoDBID) VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
-               {text(project.name), text(project.number), text(project.entryDate), 1,
-                text(project.notes), project.rate,
-                QString(text(customer.company) + QStringLiteral(" - ") + text(customer.lastName)),
-                project.customer + 1});
+        connection.run(
+            QStringLiteral(
+                "INSERT INTO ProjectInfo (Project_Name, Project_Number, Entry_Date, Active, Notes, "
+                "Rate, CustomerID, CustInfoDBID) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"),
+            {text(project.name), text(project.number), text(project.entryDate), 1,
+             text(project.notes), project.rate,
+             QString(text(customer.company) + QStringLiteral(" - ") + text(customer.lastName)),
+             project.customer + 1});
     }
 }
 

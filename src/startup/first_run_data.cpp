@@ -65,7 +65,7 @@ void InitializeDayInfo() {
     SkipErrors step(QStringLiteral("InitializeDayInfo"));
     step([] {
         LogStep(QStringLiteral("Setting DB Connection String"));
-        const QString path = InAppPath(QString::fromLatin1(files::DayHistory));
+        const QString path = DayHistoryPath();
         bool isEmpty = false;
         {
             LogStep(QStringLiteral("Opening Database"));

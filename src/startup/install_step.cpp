@@ -4,6 +4,7 @@
 #include "frame/help_file.h"
 #include "frame/program_folder.h"
 #include "frame/settings.h"
+#include "history/day_history.h"
 #include "platform/ports.h"
 #include "platform/skip_errors.h"
 #include "startup/database_schema.h"
@@ -136,9 +137,7 @@ void RunInstallStep() {
     });
     step([] { ports.files->createFolder(AppPath()); });
     if (!stored) {
-        step([] {
-            addDatabase(InAppPath(QString::fromLatin1(files::DayHistory)), CreateDayInfoDatabase);
-        });
+        step([] { addDatabase(DayHistoryPath(), CreateDayInfoDatabase); });
         step([] {
             addDatabase(InAppPath(QString::fromLatin1(files::ProjectDatabase)),
                         CreateProjectDatabase);

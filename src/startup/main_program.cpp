@@ -66,9 +66,8 @@ void createDatabaseList() {
     const QString list = InAppPath(QString::fromLatin1(files::DatabaseList));
     if (ports.files->exists(list))
         return;
-    const QString line = QStringLiteral("Current User;") +
-                         InAppPath(QString::fromLatin1(files::DayHistory)) +
-                         QStringLiteral(";\r\n");
+    const QString line =
+        QStringLiteral("Current User;") + DayHistoryPath() + QStringLiteral(";\r\n");
     ports.files->writeAtomically(list, ToFileBytes(line));
 }
 

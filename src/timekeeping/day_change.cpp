@@ -83,13 +83,9 @@ void passMidnight(const ClockStep& step) {
 /// The running entry, and its open break, lie as far back as before. So does what the modify screen
 /// holds of it.
 void moveStart(int minutes) {
-    DayEntry& entry = DayEntries[CurrentEntryIndex];
+    const DayEntry& entry = DayEntries[CurrentEntryIndex];
     const QString former = entry.StartTime;
-    entry.StartTime = ClockTextOf(ToMinutes(former) + minutes);
-    if (!BreakBegan.isEmpty()) {
-        BreakBegan = ClockTextOf(std::max(ToMinutes(BreakBegan) + minutes, 0));
-        WriteBreakToTail();
-    }
+    MoveRunningStart(minutes);
     ModifyModel& modify = Modify();
     if (modify.EntryIndex == CurrentEntryIndex && modify.opened.StartTime == former) {
         modify.opened.StartTime = entry.StartTime;

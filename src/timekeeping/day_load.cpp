@@ -14,20 +14,12 @@
 #include "timevalues/entry_times.h"
 #include "timevalues/time_values.h"
 
-#include <QScopeGuard>
-
-#include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace kelvrane {
 
 namespace {
-
-/// Ends with the total that it was saved with, on its own date.
-void finishAsSaved(DayEntry& entry) {
-    const int end = ToMinutes(entry.StartTime) + ToMinutes(entry.TotalTime);
-    entry.StopTime = ClockTextOf(std::min(end, MinutesOfDay - 1));
-}
 
 /// A date that was closed and is now again: its entries are the day.
 void openPutBy(const QList<DayEntry>& entries) {
@@ -42,10 +34,8 @@ void openPutBy(const QList<DayEntry>& entries) {
 
 /// The file held a day that is over.
 void closeLoadedDay() {
-    StoredDay day{DayDate, std::exchange(DayEntries, {}), {}, {}};
+    const StoredDay day{DayDate, std::exchange(DayEntries, {}), TailLines(tail::Delete), {}};
     CurrentEntryIndex = -1;
-    for (const QString& name : TailValues(tail::Delete))
-        day.tail.append(QString::fromLatin1(tail::Delete) + QLatin1Char('=') + name);
     SetTailValues(tail::Delete, {});
     ForgetBreak();
     const QList<DayEntry> putBy = EntriesPutBy(ports.clock->today());
@@ -63,7 +53,7 @@ void openLaterDay(int now) {
     const qsizetype firstSince = DayEntries.size();
     if (EntryRunning()) {
         const DayEntry next = EntryFrom(DayEntries.last(), now);
-        finishAsSaved(DayEntries.last());
+        EndAsSaved(DayEntries.last());
         AppendRunning(next);
     }
     AskAboutClock(firstSince);
@@ -79,13 +69,10 @@ void keepSavedTotal(int now) {
     if (back <= 0)
         return;
     if (now - total >= 0) {
-        entry.StartTime = ClockTextOf(now - total);
-        if (!BreakBegan.isEmpty())
-            BreakBegan = ClockTextOf(std::max(ToMinutes(BreakBegan) - back, 0));
-        WriteBreakToTail();
+        MoveRunningStart(-back);
     } else {
         const DayEntry next = EntryFrom(entry, now);
-        finishAsSaved(entry);
+        EndAsSaved(entry);
         AppendRunning(next);
     }
     SaveDayFile();
@@ -108,17 +95,28 @@ void openLoadedDay() {
     WithdrawClockQuestion();
 }
 
+/// The day file is in memory, as far as it could be read.
+void takeLoadedDay() {
+    Questions().readTail();
+    if (DayEntries.isEmpty() && DayDate != ports.clock->today())
+        DayDate = {}; // a file without entries keeps no date
+    if (DayDate.isValid() && DayDate < ports.clock->today())
+        closeLoadedDay();
+    else if (DayDate.isValid())
+        openLoadedDay();
+}
+
 void readFile() {
-    const auto take = qScopeGuard([] {
-        Questions().readTail();
-        if (DayEntries.isEmpty() && DayDate != ports.clock->today())
-            DayDate = {}; // a file without entries keeps no date
-        if (DayDate.isValid() && DayDate < ports.clock->today())
-            closeLoadedDay();
-        else if (DayDate.isValid())
-            openLoadedDay();
-    });
-    LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries);
+    std::optional<RuntimeError> damage;
+    try {
+        LoadDayFile(QStringLiteral("Single Timer Mode"), DayEntries);
+    } catch (const RuntimeError& error) {
+        damage = error;
+    }
+    takeLoadedDay();
+    if (damage) // what was put by must not take the place of a file that can't be read
+        throw RuntimeError(*damage);
+    openPutBy(EntriesPutBy(ports.clock->today()));
 }
 
 } // namespace
@@ -135,7 +133,6 @@ void LoadDay() {
         return;
     }
     FindClosedDays();
-    const auto back = qScopeGuard([] { openPutBy(EntriesPutBy(ports.clock->today())); });
     readFile();
 }
 

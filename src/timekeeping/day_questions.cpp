@@ -96,9 +96,11 @@ bool takeSleepAnswer(const QStringList& details, const QString& answer) {
     FollowClock();
     if (answer == countNight)
         return bookNight(sleep);
-    if (answer == startAgain)
-        StartProjectByName(sleep.project);
-    return true;
+    if (answer != startAgain)
+        return true;
+    const qsizetype before = DayEntries.size();
+    StartProjectByName(sleep.project, sleep.number);
+    return DayEntries.size() > before; // otherwise the project is gone, and the question stays
 }
 
 QString clockText(const QStringList&) {

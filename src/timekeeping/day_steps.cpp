@@ -18,6 +18,17 @@
 
 namespace kelvrane {
 
+namespace {
+
+/// A date that was closed is the day again.
+void reopen(QDate date, const QList<DayEntry>& entries) {
+    ForgetClosedDay(date);
+    DayStopped = true;
+    BeginDay(date, entries);
+}
+
+} // namespace
+
 DayEntry EntryFrom(const DayEntry& former, int minute) {
     return {former.ProjectName, former.ProjectNumber, ClockTextOf(minute), {},
             MinutesToText(0),   MinutesToText(0)};
@@ -65,8 +76,7 @@ void EndDay() {
     DayStopped = true;
     RemoveDayFile();
     if (!putBy.isEmpty()) {
-        ForgetClosedDay(today);
-        BeginDay(today, putBy);
+        reopen(today, putBy);
     } else if (!DayTail().isEmpty()) {
         SaveDayFile();
     }
@@ -90,9 +100,7 @@ QList<DayEntry> EntriesPutBy(QDate date) {
     if (!day || day->date != date || day->damage)
         return {};
     for (DayEntry& entry : day->entries)
-        if (entry.StopTime.isEmpty())
-            entry.StopTime = ClockTextOf(std::min(
-                ToMinutes(entry.StartTime) + ToMinutes(entry.TotalTime), MinutesOfDay - 1));
+        EndAsSaved(entry);
     return day->entries;
 }
 
@@ -101,11 +109,8 @@ void BringDayBack() {
         return;
     const QDate today = ports.clock->today();
     const QList<DayEntry> entries = EntriesPutBy(today);
-    if (entries.isEmpty())
-        return;
-    ForgetClosedDay(today);
-    DayStopped = true;
-    BeginDay(today, entries);
+    if (!entries.isEmpty())
+        reopen(today, entries);
 }
 
 void ShowDay() {

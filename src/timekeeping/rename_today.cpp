@@ -1,10 +1,8 @@
 #include "timekeeping/rename_today.h"
 
 #include "frame/globals.h"
-#include "frame/program_folder.h"
 #include "frame/status_text.h"
-#include "platform/ports.h"
-#include "platform/skip_errors.h"
+#include "platform/error.h"
 #include "timekeeping/break_down.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/modify_model.h"
@@ -23,21 +21,6 @@ bool renameEntry(DayEntry& entry, const RenamedProject& renamed) {
         return false;
     entry.ProjectName = renamed.to;
     return true;
-}
-
-QByteArray dayFileBytes() {
-    QByteArray bytes;
-    SkipErrors unreadable(QStringLiteral("RenameTodaysEntries"));
-    unreadable([&] { bytes = ports.files->read(InAppPath(QString::fromLatin1(files::DayFile))); });
-    return bytes;
-}
-
-/// A save that fails leaves the old file as it was and raises nothing; other names are other bytes.
-void saveOrRaise() {
-    const QByteArray before = dayFileBytes();
-    SaveDayFile();
-    if (dayFileBytes() == before)
-        Raise(errors::PathAccess, QStringLiteral("The day could not be saved"));
 }
 
 /// The headings of the list, each in front of its entry's rows.
@@ -83,11 +66,10 @@ void RenameTodaysEntries(const RenamedProject& renamed) {
     if (!any)
         return;
     const QList<DayEntry> before = std::exchange(DayEntries, day);
-    try {
-        saveOrRaise();
-    } catch (...) {
+    SaveDayFile();
+    if (DayUnsaved) {
         DayEntries = before;
-        throw;
+        Raise(errors::PathAccess, QStringLiteral("The day could not be saved"));
     }
     showNames();
     showRunningName(renamed);

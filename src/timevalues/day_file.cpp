@@ -66,6 +66,16 @@ DayEntry entryOf(const QString& line) {
     return {fields[0], fields[1], fields[2], fields[3], fields[4], fields[5]};
 }
 
+/// Below zero, or longer than a day, it was never worked.
+bool isTotal(const QString& text) {
+    try {
+        const Int16 minutes = ToMinutes(text);
+        return minutes >= 0 && minutes <= MinutesOfDay;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 /// Raises what an unreadable time raises; later roll-ups would fail at it. A total can be computed
 /// anew.
 DayEntry withReadableTimes(DayEntry entry) {
@@ -73,13 +83,10 @@ DayEntry withReadableTimes(DayEntry entry) {
     if (!entry.StopTime.isEmpty())
         ToMinutes(entry.StopTime);
     ToMinutes(entry.BreakTime);
-    try {
-        ToMinutes(entry.TotalTime);
-    } catch (const RuntimeError&) {
+    if (!isTotal(entry.TotalTime))
         entry.TotalTime = entry.StopTime.isEmpty()
                               ? MinutesToText(0)
                               : MinutesToText(SpanBetween(entry.StartTime, entry.StopTime));
-    }
     return entry;
 }
 
@@ -283,8 +290,7 @@ void LoadDayFile(const QString& /*mode*/, QList<DayEntry>& entries) {
 
 void RemoveDayFile() {
     SkipErrors step(QStringLiteral("VerifyDayFile"));
-    if (ports.files->exists(DayFilePath()))
-        step([] { ports.files->remove(DayFilePath(), true); });
+    step([] { ports.files->removeIfThere(DayFilePath()); });
 }
 
 void PutDayFileBy() {

@@ -65,6 +65,23 @@ void UpdateCurrentEntryAt(int minute) {
         update(DayEntries[CurrentEntryIndex], minute);
 }
 
+void MoveRunningStart(int minutes) {
+    DayEntry& entry = At(DayEntries, CurrentEntryIndex);
+    entry.StartTime = ClockTextOf(ToMinutes(entry.StartTime) + minutes);
+    if (!BreakBegan.isEmpty()) {
+        BreakBegan = ClockTextOf(std::max(ToMinutes(BreakBegan) + minutes, 0));
+        WriteBreakToTail();
+    }
+}
+
+void EndAsSaved(DayEntry& entry) {
+    if (!entry.StopTime.isEmpty())
+        return;
+    const int start = ToMinutes(entry.StartTime);
+    entry.StopTime =
+        ClockTextOf(std::clamp(start + ToMinutes(entry.TotalTime), start, MinutesOfDay - 1));
+}
+
 void FinishCurrentEntry(int minute) {
     DayEntry& entry = At(DayEntries, CurrentEntryIndex);
     update(entry, minute);

@@ -26,6 +26,14 @@ void UpdateCurrentEntry();
 /// The same as of a minute of the day.
 void UpdateCurrentEntryAt(int minute);
 
+/// The running entry, and its open break with it, began so many minutes later, or earlier when
+/// below zero. Raises Subscript, TypeMismatch.
+void MoveRunningStart(int minutes);
+
+/// An entry without stop gets the one that agrees with its total, on its own date. Raises
+/// TypeMismatch.
+void EndAsSaved(DayEntry& entry);
+
 /// Ends the entry at CurrentEntryIndex at this minute of the day, its total and its break with it.
 /// Raises Subscript, TypeMismatch.
 void FinishCurrentEntry(int minute);

@@ -1,5 +1,7 @@
 #include "calendar/calendar_fixture.h"
+#include "history/roll_up.h"
 #include "timekeeping/new_time.h"
+#include "timevalues/day_file.h"
 
 #include <QFile>
 
@@ -397,6 +399,43 @@ TEST_F(DayCalendarBrokenInput, ADayThatCannotBeSavedStaysOnThePanel) {
     CloseDayInfo();
     EXPECT_EQ(screens.unloaded, QList<Screen>{Screen::frmDayInfo});
     EXPECT_EQ(history(), QStringList{"Alpha|3/1/2026|120|0"});
+}
+
+TEST_F(DayCalendarBrokenInput, ADayThatIsStillOwedIsNeitherShownNorChanged) {
+    const QString database = path("DayInfo.mdb");
+    ASSERT_TRUE(QFile::rename(database, database + ".away"));
+    CloseStoredDay({QDate(2026, 3, 1),
+                    {{"Alpha", "A-1", "9:00 AM", "10:00 AM", "0 Minutes", "1 Hours 0 Minutes"}},
+                    {},
+                    {}});
+    load();
+    dialogs.expect("The hours of 3/1/2026 are still to be written");
+    EXPECT_FALSE(rightClickDay(1)) << "a group added now would meet the rows that come";
+    EXPECT_FALSE(panelShown());
+
+    ASSERT_TRUE(QFile::rename(database + ".away", database));
+    clickDay(1); // tries again first
+    EXPECT_EQ(row("WORK1"), "1 Hours 0 Minutes");
+    giveGroupAnHour("BREAK1");
+    RetryRollUp();
+    EXPECT_EQ(history(), QStringList{"Alpha|3/1/2026|120|60"});
+}
+
+TEST_F(DayCalendarBrokenInput, ARowThatWasRenamedMeanwhileIsStillTheOne) {
+    addRow("3/1/2026", "Alpha", 60, 0);
+    load();
+    clickDay(1);
+    execute("DayInfo.mdb", "UPDATE DayInfo SET ProjectName = 'Beta'");
+    set("WORK1", "2 Hours 0 Minutes");
+    clickDay(2);
+    EXPECT_EQ(history(), QStringList{"Beta|3/1/2026|120|0"});
+
+    clickDay(1);
+    execute("DayInfo.mdb", "UPDATE DayInfo SET Date = '2026-03-02'"); // the key is another day's
+    set("WORK1", "3 Hours 0 Minutes");
+    dialogs.expect("no longer in the history");
+    clickDay(2);
+    EXPECT_EQ(history(), QStringList{"Beta|3/2/2026|120|0"});
 }
 
 TEST_F(DayCalendarBrokenInput, WithoutADatabaseTheScreenStaysUsable) {

@@ -1,3 +1,4 @@
+#include "frame/globals.h"
 #include "history/booked_time.h"
 #include "history/period_query.h"
 #include "history/rename_project.h"
@@ -99,6 +100,7 @@ TEST_F(History, ARenameToANameOfTheSameDayKeepsTheSum) {
     add({2025, 1, 8}, "Old", "1", 8);
     add(today, "Old", "1", 60);
     add(today, "New", "2", 30); // the roll-up of today keeps one row a name
+    DayDate = today;
     RenameProjectInHistory("Old", "New");
     EXPECT_EQ(all(),
               (QStringList{"1/6/2025|New|1|90|15", "1/7/2025|New|1|60|0", "1/7/2025|New|2|30|0",

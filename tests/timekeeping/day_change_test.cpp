@@ -4,6 +4,7 @@
 #include "frame/tray_menus.h"
 #include "frame/waiting_questions.h"
 #include "history/roll_up.h"
+#include "platform/connection.h"
 #include "support/working_day_fixture.h"
 #include "timekeeping/control_model.h"
 #include "timekeeping/control_screen.h"
@@ -336,6 +337,46 @@ TEST_F(Clocks, AKilledDayIsBookedAsItsRowKnowsIt) {
     killUntil("2026-03-03 09:00");
     EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|40|0", "Beta|3/2/2026|5|0"}));
     EXPECT_TRUE(DayStopped);
+}
+
+TEST_F(Clocks, ADayFileThatIsOnlyPartlyReadableIsTakenAsFarAsItIs) {
+    const QString readable = "Alpha;A-1;9:00 AM;10:00 AM;0 Minutes;1 Hours 0 Minutes\n";
+    const struct {
+        const char* date;
+        QString body;
+        QStringList entries;
+        QStringList history;
+    } cases[] = {
+        // A day that is over, with a line that ends early: it is booked and put by.
+        {"3/1/2026", readable + "Beta;B-1;1:00", {}, {"Alpha|3/1/2026|60|0"}},
+        {"3/1/2026", "Alpha;A-1;9:00 AM;;0 Minutes;-40 Minutes\n", {}, {"Alpha|3/1/2026|0|0"}},
+        {"3/1/2026", "Alpha;A-1;99:99 ?;;0 Minutes;5 Minutes\n", {}, {}},
+        {"3/2/2026",
+         readable + "Beta\n",
+         {"Alpha|9:00 AM|10:00 AM|0 Minutes|1 Hours 0 Minutes"},
+         {"Alpha|3/2/2026|60|0"}},
+        // Nobody works longer than a day on a day.
+        {"3/2/2026",
+         "Alpha;A-1;9:00 AM;;0 Minutes;500 Hours 0 Minutes\n\n\nbreak=x;y\nquestion=\n",
+         {"Alpha|9:00 AM||0 Minutes|0 Minutes"},
+         {"Alpha|3/2/2026|0|0"}},
+        {"3/9/2026",
+         "Alpha;A-1;9:00 AM;;0 Minutes;-40 Minutes\n",
+         {"Alpha|9:00 AM|9:00 AM|0 Minutes|0 Minutes", "Alpha|9:00 AM||0 Minutes|0 Minutes"},
+         {"Alpha|3/9/2026|0|0"}},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.body.toStdString());
+        for (const char* file : {"Fileinfo.dat", "Fileinfo.dat.last"})
+            QFile::remove(path(file));
+        Connection(path("DayInfo.mdb")).execute("DELETE FROM DayInfo");
+        writeFile("Fileinfo.dat", QString("Time: 9:00 AM\nDate: %1\nDay Info:\n%2\n\n")
+                                      .arg(each.date, each.body)
+                                      .toUtf8());
+        killUntil("2026-03-02 09:00");
+        EXPECT_EQ(entries(), each.entries);
+        EXPECT_EQ(history(), each.history);
+    }
 }
 
 class Zones : public Clocks {
