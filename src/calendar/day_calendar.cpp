@@ -111,7 +111,9 @@ bool saveDay(HistoryFile& history, LateReports& reports) {
     if (!edited.isEmpty() &&
         !step([&] { WriteDayGroups(history, calendar.DisplayedDate, edited, step); }))
         return false;
-    SkipErrors today(QStringLiteral("SaveDayChanges")); // an empty day is no news
+    // Today is rolled up by the way: an empty day is no news, and what can't be written is pending.
+    const QuietReports quiet;
+    SkipErrors today(QStringLiteral("SaveDayChanges"));
     today([] { AddDataToDayInfoDataBase(); });
     return true;
 }

@@ -45,7 +45,8 @@ class Tour {
     explicit Tour(const QString& folder)
         : m_folder(folder), m_album(folder), m_timers(m_clock), m_printer(folder) {}
 
-    void run() {
+    /// False when something was missing or in the way; each such thing has had its line.
+    bool run() {
         m_clock.set(QDateTime(QDate(2026, 3, 4), QTime(8, 0)));
         ExampleTour(m_album, m_clock, m_timers, m_folder + QStringLiteral("/example")).run();
         firstStart();
@@ -53,6 +54,7 @@ class Tour {
         workingDay();
         troubles();
         writeIndex();
+        return m_album.isWhole();
     }
 
   private:
@@ -333,10 +335,9 @@ int main(int argc, char** argv) {
         kelvrane::DiskFileStore().createFolder(folder + QLatin1String(data));
     kelvrane::SetAppPath(folder + QStringLiteral("/home"));
     try {
-        kelvrane::tour::Tour(folder).run();
+        return kelvrane::tour::Tour(folder).run() ? 0 : 1;
     } catch (const kelvrane::RuntimeError& error) {
         std::fprintf(stderr, "tour: %s\n", error.what());
         return 1;
     }
-    return 0;
 }

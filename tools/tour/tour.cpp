@@ -3,8 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
-#include <QPointer>
-#include <QTimer>
+#include <QMessageBox>
 
 #include <cstdio>
 #include <utility>
@@ -97,6 +96,28 @@ QPalette DarkPalette() {
 Album::Album(QString folder)
     : m_folder(std::move(folder)), m_light(LightPalette()), m_dark(DarkPalette()) {
     QApplication::setPalette(m_light);
+    QObject::connect(&m_poll, &QTimer::timeout, &m_poll, [this] { takeBox(); });
+    m_poll.start(10);
+}
+
+void Album::complain(const QString& text) {
+    std::fprintf(stderr, "tour: %s\n", qPrintable(text));
+    m_isWhole = false;
+}
+
+/// Whatever stands in the way of the rest; a tour that waits for an answer never ends.
+void Album::takeBox() {
+    QWidget* box = QApplication::activeModalWidget();
+    if (!box || box == m_answered)
+        return;
+    if (!m_answers.isEmpty()) {
+        m_answered = box;
+        answer(box);
+    } else if (auto* unexpected = qobject_cast<QMessageBox*>(box)) {
+        m_answered = box;
+        complain(QStringLiteral("a box that nobody expected: %1").arg(unexpected->text()));
+        unexpected->reject();
+    }
 }
 
 void Album::grab(const QString& name, QWidget* window, const QPalette& palette) {
@@ -106,12 +127,12 @@ void Album::grab(const QString& name, QWidget* window, const QPalette& palette) 
     if (window->grab().save(m_folder + QLatin1Char('/') + file))
         m_files.append(file);
     else
-        std::fprintf(stderr, "tour: %s could not be written\n", qPrintable(file));
+        complain(QStringLiteral("%1 could not be written").arg(file));
 }
 
 void Album::picture(const QString& name, QWidget* window) {
     if (!window) {
-        std::fprintf(stderr, "tour: there is no window for %s\n", qPrintable(name));
+        complain(QStringLiteral("there is no window for %1").arg(name));
         return;
     }
     const QString numbered = QStringLiteral("%1-").arg(++m_number, 2, 10, QLatin1Char('0')) + name;
@@ -129,28 +150,16 @@ void Album::answer(QWidget* box) {
             button->click();
             return;
         }
-    std::fprintf(stderr, "tour: %s has no button %s\n", qPrintable(answer.name),
-                 qPrintable(answer.button));
+    complain(QStringLiteral("%1 has no button %2").arg(answer.name, answer.button));
     box->close();
 }
 
 void Album::withBoxes(const QList<Answer>& answers, const std::function<void()>& call) {
     m_answers = answers;
-    QTimer poll;
-    QPointer<QWidget> answered;
-    QObject::connect(&poll, &QTimer::timeout, [&] {
-        QWidget* box = QApplication::activeModalWidget();
-        if (!box || box == answered || m_answers.isEmpty())
-            return;
-        answered = box;
-        answer(box);
-    });
-    poll.start(10);
     call();
     settle();
-    for (const Answer& unused : m_answers)
-        std::fprintf(stderr, "tour: the box %s never came\n", qPrintable(unused.name));
-    m_answers.clear();
+    for (const Answer& unused : std::exchange(m_answers, {}))
+        complain(QStringLiteral("the box %1 never came").arg(unused.name));
 }
 
 } // namespace kelvrane::tour

@@ -6,7 +6,11 @@
 
 #include <QList>
 #include <QPalette>
+#include <QPointer>
 #include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <QWidget>
 
 #include <functional>
 
@@ -51,15 +55,22 @@ class Album {
     void withBoxes(const QList<Answer>& answers, const std::function<void()>& call);
 
     const QStringList& files() const { return m_files; }
+    /// Whether every picture was taken, and no box came that nobody expected; such a one is closed.
+    bool isWhole() const { return m_isWhole; }
 
   private:
     void grab(const QString& name, QWidget* window, const QPalette& palette);
     void answer(QWidget* box);
+    void takeBox();
+    void complain(const QString& text);
 
     QString m_folder;
     QPalette m_light, m_dark;
     int m_number = 0;
     QList<Answer> m_answers;
+    QPointer<QWidget> m_answered; ///< the box that is being dealt with
+    QTimer m_poll;
+    bool m_isWhole = true;
     QStringList m_files;
 };
 
