@@ -31,12 +31,12 @@ void WaitingQuestions::withdraw(const QString& kind) {
     emit Changed();
 }
 
-void WaitingQuestions::answer(int index, const QString& answer) {
-    const QList<WaitingQuestion> shown = waiting();
-    if (index < 0 || index >= shown.size() || !shown[index].answers.contains(answer))
+void WaitingQuestions::answer(const WaitingQuestion& question, const QString& answer) {
+    const auto kind = m_kinds.constFind(question.kind);
+    if (kind == m_kinds.constEnd() || !m_waiting.contains({question.kind, question.details}) ||
+        !kind->answers(question.details).contains(answer))
         return;
-    const WaitingQuestion& question = shown[index];
-    if (m_kinds[question.kind].take(question.details, answer)) {
+    if (kind->take(question.details, answer)) {
         m_waiting.removeOne({question.kind, question.details});
         writeTail();
         emit Answered();

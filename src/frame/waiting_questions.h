@@ -46,9 +46,10 @@ class WaitingQuestions : public QObject {
     void ask(const QString& kind, const QStringList& details = {});
     /// Every question of the kind has settled itself.
     void withdraw(const QString& kind);
-    /// Gives the answer with this caption to the question at a 0-based index. Nothing for an answer
-    /// that it doesn't have. Raises what the kind's procedure raises; the question then stays.
-    void answer(int index, const QString& answer);
+    /// Gives the question the answer with this caption. Nothing for a question that no longer
+    /// waits, or an answer that it doesn't have. Raises what the kind's procedure raises; the
+    /// question then stays.
+    void answer(const WaitingQuestion& question, const QString& answer);
 
     /// Oldest first. Texts and answers are made anew at each call.
     QList<WaitingQuestion> waiting() const;

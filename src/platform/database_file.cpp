@@ -13,9 +13,15 @@ namespace {
 
 constexpr const char* journalEndings[] = {"-journal", "-wal"};
 
+/// It lies beside the file that a link leads to.
+QString journalOf(const QString& database, const char* ending) {
+    const QString file = QFileInfo(database).canonicalFilePath();
+    return (file.isEmpty() ? database : file) + QLatin1String(ending);
+}
+
 void refuseJournal(const FileStore& files, const QString& path) {
     for (const char* ending : journalEndings)
-        if (const QString journal = path + QLatin1String(ending); files.exists(journal))
+        if (const QString journal = journalOf(path, ending); files.exists(journal))
             Raise(errors::PathAccess,
                   QStringLiteral("%1: the journal is still there").arg(journal));
 }
@@ -39,8 +45,7 @@ void DatabaseCompaction::settle() {
 /// that belongs to the file which replaces this one. Nobody else is at the database now, and one
 /// with contents has been applied by the exclusive transaction.
 void DatabaseCompaction::removeEmptyJournal() {
-    const QString journal = m_path + QLatin1String(journalEndings[0]);
-    m_files.removeIfThere(journal);
+    m_files.removeIfThere(journalOf(m_path, journalEndings[0]));
 }
 
 void DatabaseCompaction::backupTo(const QString& path) {

@@ -221,6 +221,17 @@ void bind(KeyedItems& items, Signal signal, const char* name, Routine routine) {
     });
 }
 
+/// The screen goes in any case. A box would wait where nobody may be there, and hold up all that is
+/// to be saved after it.
+void askBeforeUnload() {
+    if (!ReportsAreQuiet())
+        MayLeaveRecord();
+    else if (RecordIsEdited())
+        ports.tray->notify(QStringLiteral("A record was not saved"),
+                           QStringLiteral("What was typed in the Database Manager is lost: the "
+                                          "day was saved and its screens were closed."));
+}
+
 } // namespace
 
 void OpenDataBase() {
@@ -263,9 +274,11 @@ void UnloadDataBase() {
     if (!state().InCommand) { // under a box of a command the answer could change nothing
         const Command unload;
         const int number = session.number;
-        MayLeaveRecord(); // the screen goes in any case
-        if (session.number != number)
-            return; // and did, behind the question
+        const bool wasLoaded = ports.screens->isLoaded(Screen::frmDataBase);
+        askBeforeUnload();
+        const bool cameAgain = !wasLoaded && ports.screens->isLoaded(Screen::frmDataBase);
+        if (session.number != number || cameAgain) // or it went, behind the question
+            return;
     }
     const Session closing = std::exchange(session, {.number = session.number + 1});
     SkipErrors step = ReportingSteps(QStringLiteral("frmDataBase_Unload"));

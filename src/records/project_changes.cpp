@@ -2,7 +2,9 @@
 
 #include "frame/error_report.h"
 #include "frame/globals.h"
+#include "frame/other_process.h"
 #include "history/booked_time.h"
+#include "history/day_history.h"
 #include "history/roll_up.h"
 #include "platform/ports.h"
 #include "records/record_tables.h"
@@ -84,6 +86,12 @@ RecentProject StoredProject() {
 bool MaySaveName(const RecentProject& before, const RecentProject& after) {
     if (after == before)
         return true;
+    if (!KeepsDay && !before.name.isEmpty() && after.name != before.name) {
+        MsgBox(OtherProcessText + QStringLiteral(". Rename \"") + before.name +
+                   QStringLiteral("\" there, so that its time goes along."),
+               QStringLiteral("Rename Project"), BoxIcon::Exclamation);
+        return false;
+    }
     const QStringList others = othersOf(after.name, before);
     // A pair of one name was agreed to; it is asked about again when the numbers become the same.
     if (others.isEmpty() || (after.name == before.name && !others.contains(after.number)))
@@ -107,7 +115,9 @@ std::optional<RenamedProject> AskBookedTime(const RecentProject& before,
     if (!othersOf(before.name, before).isEmpty())
         renamed.number = before.number;
     const std::optional<BookedTime> booked = ReadBookedTime({renamed.from, renamed.number});
-    if (booked.value_or(BookedTime()).rows == 0 && !isAmongTodaysEntries(renamed))
+    // Hours that can't be read, or are still owed to the history, may be of this project.
+    const bool mayBeBooked = booked ? booked->rows > 0 : DayHistoryExists();
+    if (!mayBeBooked && !RollUpPending() && !isAmongTodaysEntries(renamed))
         return std::nullopt;
     const QString hours = booked ? QStringLiteral(": ") + HoursText(booked->workMinutes) +
                                        QStringLiteral(" in the history")

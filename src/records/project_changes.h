@@ -30,10 +30,12 @@ inline ProjectSinks projectSinks;
 /// Name and number of the current record as the database has them; empty for a new one.
 RecentProject StoredProject();
 
-/// Asks when another project has that name. False: don't save it.
+/// Asks when another project has that name. Beside the process that keeps the day nothing is
+/// renamed: the time booked on it couldn't go along. False: don't save it.
 bool MaySaveName(const RecentProject& before, const RecentProject& after);
 
-/// Asks whether the time booked under the old name goes along; std::nullopt: no, or there is none.
+/// Asks whether the time booked under the old name goes along, also where it can't be told whether
+/// there is any; std::nullopt: no, or there is none.
 std::optional<RenamedProject> AskBookedTime(const RecentProject& before,
                                             const RecentProject& after);
 /// Renames today's entries, then the history's rows, and rolls today up; what can't be written to

@@ -48,6 +48,14 @@ void drop(bool customers) {
         RedrawProject(true);
 }
 
+/// What was typed into a new record, or differs from the stored one.
+bool isEdited(bool customers) {
+    Recordset& records = customers ? CustomerRecords() : ProjectRecords();
+    if (records.isEmpty() || (isNew(records) && isUntouched(customers)))
+        return false;
+    return customers ? CustomerChanged() : ProjectChanged();
+}
+
 bool askAndLeave(bool customers) {
     Recordset& records = customers ? CustomerRecords() : ProjectRecords();
     if (records.isEmpty())
@@ -56,7 +64,7 @@ bool askAndLeave(bool customers) {
         drop(customers);
         return true;
     }
-    if (!(customers ? CustomerChanged() : ProjectChanged()))
+    if (!isEdited(customers))
         return true;
     const TablesInUse tables;
     const bool saves = record_steps::saveWanted();
@@ -88,6 +96,14 @@ bool MayLeaveRecord() {
     SkipErrors step = ReportingSteps(QStringLiteral("MayLeaveRecord"));
     step([&] { leaves = askAndLeave(CurrentTable == current_table::Customers); });
     return leaves;
+}
+
+bool RecordIsEdited() {
+    bool edited = false;
+    SkipErrors step(QStringLiteral("MayLeaveRecord"));
+    if (state().InManager)
+        step([&] { edited = isEdited(CurrentTable == current_table::Customers); });
+    return edited;
 }
 
 QString CurrentProjectKey() {

@@ -14,6 +14,8 @@ void ChooseListRow(int row);
 /// save was refused or the screen is gone. What isn't to be saved is dropped, and so is a new
 /// record into which nothing was typed.
 bool MayLeaveRecord();
+/// Whether the record on the panel holds what was typed and isn't saved.
+bool RecordIsEdited();
 
 /// The key of the current project; "" when there is none.
 QString CurrentProjectKey();

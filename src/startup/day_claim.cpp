@@ -60,10 +60,8 @@ bool startsAllTheSame(const InstanceHolder& holder) {
 DayClaim claim(InstanceLock& lock, Command command) {
     const bool mayRunBeside = command != Command::None;
     const InstanceState state = lock.tryLock();
-    if (state != InstanceState::Free && mayRunBeside)
-        return DayClaim::Beside;
     if (state == InstanceState::Running)
-        return DayClaim::AlreadyRunning;
+        return mayRunBeside ? DayClaim::Beside : DayClaim::AlreadyRunning;
     if (state == InstanceState::Unsure && !startsAllTheSame(*lock.holder()))
         return DayClaim::Declined;
     lock.keep(ports.clock->now());

@@ -16,8 +16,9 @@ enum class DayClaim {
     Declined,       ///< the user chose not to start it
 };
 
-/// Sets KeepsDay. Only a start without a command gives way to another process; it asks where that
-/// one can't be seen. A folder that can't be written to is shown in a box and keeps nobody out.
+/// Sets KeepsDay. A start without a command gives way to another process, one with a command that
+/// needs a day runs beside it; where that process can't be seen, it asks. A folder that can't be
+/// written to is shown in a box and keeps nobody out.
 DayClaim ClaimDay(InstanceLock& lock, Command command);
 
 } // namespace kelvrane

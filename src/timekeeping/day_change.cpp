@@ -136,7 +136,8 @@ void compareDates(const ClockStep& step) {
     }
 }
 
-void follow(const ClockStep& step) {
+/// True when the clock's date or that of the entries changed.
+bool follow(const ClockStep& step) {
     SkipErrors pass(QStringLiteral("TMR_Minute"));
     const QDate before = DayDate;
     // A midnight that the jump takes back again wasn't one.
@@ -149,10 +150,23 @@ void follow(const ClockStep& step) {
     if (step.now.date != step.last.date)
         pass([] { BringDayBack(); });
     if (step.now.date == step.last.date && DayDate == before)
-        return;
+        return false;
     ShowWeek();
     Questions().refresh(); // some answers belong to one date
-    emit Control().DateChanged();
+    return true;
+}
+
+bool following = false;
+
+/// False while it runs already: what it does may ask for it again.
+bool followOnce() {
+    if (following)
+        return false;
+    const QScopedValueRollback<bool> guard(following, true);
+    const ClockReading now = ports.clock->read();
+    const ClockStep step = StepBetween(LastReading, now);
+    LastReading = now;
+    return follow(step);
 }
 
 } // namespace
@@ -162,14 +176,9 @@ bool DayIsKnown() {
 }
 
 void FollowClock() {
-    static bool following = false;
-    if (following || !DayIsKnown() || !LastReading.wall.isValid())
-        return;
-    const QScopedValueRollback<bool> guard(following, true);
-    const ClockReading now = ports.clock->read();
-    const ClockStep step = StepBetween(LastReading, now);
-    LastReading = now;
-    follow(step);
+    // Whoever hears of it may keep a box open all night, in which the clocks are followed too.
+    if (DayIsKnown() && LastReading.wall.isValid() && followOnce())
+        emit Control().DateChanged();
 }
 
 } // namespace kelvrane

@@ -108,7 +108,7 @@ void dealOut(SheetContext& context, Connection& history, QDate endDate, Deal& de
     });
 }
 
-/// False ends the calculation: a database can't be opened.
+/// False ends the calculation: the hours of a database can't be had.
 bool dealOutEach(SheetContext& context, QDate endDate, Deal& deal, CalculationErrors& errors) {
     QList<QStringList> lines;
     errors.step([&] { lines = database_list_file::Lines(); });
@@ -122,11 +122,8 @@ bool dealOutEach(SheetContext& context, QDate endDate, Deal& deal, CalculationEr
             Connection history(line.path);
             dealOut(context, history, endDate, deal, errors);
         } catch (const RuntimeError& error) {
-            if (error.number == errors::DatabaseOpen) {
-                TellMissingDatabase(line.path);
+            if (!errors.goesOnWithout(line.path, error))
                 return false;
-            }
-            errors.report(error);
         }
     }
     return true;
@@ -227,10 +224,7 @@ void SetUpByCustomerCalculations(SheetContext& context, QDate endDate, const QSt
             return;
         deal.write();
     } catch (const RuntimeError& error) {
-        if (error.number == errors::DatabaseOpen)
-            TellMissingDatabase(ProjectDatabase);
-        else
-            errors.report(error);
+        errors.goesOnWithout(ProjectDatabase, error);
         return;
     }
     context.noData = CustomerIDs.isEmpty();

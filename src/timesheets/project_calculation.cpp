@@ -112,11 +112,8 @@ bool fillEach(SheetContext& context, const QList<QStringList>& lines, QDate endD
             if (!fillFrom(context, line, history, endDate, increment, errors))
                 return true;
         } catch (const RuntimeError& error) {
-            if (error.number == errors::DatabaseOpen) {
-                TellMissingDatabase(line.path);
+            if (!errors.goesOnWithout(line.path, error))
                 return false;
-            }
-            errors.report(error);
         }
     }
     return true;

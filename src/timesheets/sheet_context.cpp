@@ -18,9 +18,19 @@ bool CalculationErrors::step(const std::function<void()>& statement) {
         statement();
         return true;
     } catch (const RuntimeError& error) {
+        if (error.number == errors::DatabaseLocked)
+            throw;
         report(error);
         return false;
     }
+}
+
+bool CalculationErrors::goesOnWithout(const QString& database, const RuntimeError& error) {
+    if (error.number == errors::DatabaseOpen)
+        TellMissingDatabase(database);
+    else
+        report(error);
+    return error.number != errors::DatabaseOpen && error.number != errors::DatabaseLocked;
 }
 
 void TellMissingDatabase(const QString& path) {

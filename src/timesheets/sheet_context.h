@@ -27,12 +27,15 @@ struct SheetContext {
 };
 
 /// Errors of one calculation, by the rules that both kinds share: a database that can't be opened
-/// ends it with the given message, anything else is reported once and passed over.
+/// ends it with the given message, and so does one that somebody else holds, with a report: hours
+/// would be missing. Anything else is reported once and passed over.
 class CalculationErrors {
   public:
     explicit CalculationErrors(QString routine) : m_routine(std::move(routine)) {}
     void report(const RuntimeError& error);
-    /// Runs a statement; false when it failed and was reported.
+    /// What went wrong with a database's hours. False ends the calculation.
+    bool goesOnWithout(const QString& database, const RuntimeError& error);
+    /// Runs a statement; false when it failed and was reported. Raises DatabaseLocked.
     bool step(const std::function<void()>& statement);
 
   private:

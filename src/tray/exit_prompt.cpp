@@ -62,6 +62,7 @@ ExitPrompt::ExitPrompt(QObject* parent)
             [this] { Guarded(T("frmExit"), [this] { cboTime(); }); });
     ExitTimer->setInterval(minuteInterval);
     ExitTimer->setEnabled(true);
+    m_counting = true;
     writeLabels();
     // A desktop may keep the prompt behind other windows; the notice is seen in any case.
     const QString notice =
@@ -95,6 +96,8 @@ void ExitPrompt::writeLabels() {
 void ExitPrompt::tick() {
     const bool hadEntries = CurrentEntryIndex >= 0;
     FollowClock();
+    if (!m_counting) // the clock was set to another day
+        return;
     if (hadEntries && CurrentEntryIndex < 0) { // the machine slept, and the day is over
         close();
         return;
@@ -173,6 +176,7 @@ void ExitPrompt::chkAsk() {
 
 void ExitPrompt::stopCountdown() {
     ExitTimer->setEnabled(false);
+    m_counting = false;
 }
 
 void ExitPrompt::close() {

@@ -48,6 +48,7 @@ class ExitPrompt : public QObject {
 
     QString m_caption = QStringLiteral("Save Day Information");
     bool m_editing = false;
+    bool m_counting = false;
     Int16 RemainingMinutes = 15;
     IntervalTimer* ExitTimer = nullptr;
 };

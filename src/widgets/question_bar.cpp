@@ -17,8 +17,8 @@ namespace {
 
 constexpr int answersShown = 3;
 
-/// The answer goes by its caption: what it says is what is done, whatever changed meanwhile.
-void give(int question, const QString& answer) {
+/// To the question that was read, by the caption that was clicked, whatever changed meanwhile.
+void give(const WaitingQuestion& question, const QString& answer) {
     Guarded(QStringLiteral("WaitingQuestion"), [&] { Questions().answer(question, answer); });
 }
 
@@ -62,18 +62,18 @@ void QuestionBar::show(const QList<WaitingQuestion>& waiting) {
     buttons->setContentsMargins(0, 0, 0, 0);
     buttons->setSpacing(theme::Step);
     for (const QString& answer : oldest.answers.first(qMin(oldest.answers.size(), answersShown)))
-        buttons->addWidget(createAnswer(answer));
+        buttons->addWidget(createAnswer(oldest, answer));
     if (waiting.size() > 1 || oldest.answers.size() > answersShown)
         buttons->addWidget(createMore(waiting));
     delete m_answers->replaceWidget(m_row, row);
     std::exchange(m_row, row)->deleteLater();
 }
 
-QWidget* QuestionBar::createAnswer(const QString& caption) {
+QWidget* QuestionBar::createAnswer(const WaitingQuestion& question, const QString& caption) {
     auto* button = new QPushButton(ControlCaption(caption));
     button->setObjectName(caption);
     button->setAccessibleName(caption);
-    connect(button, &QPushButton::clicked, this, [caption] { give(0, caption); });
+    connect(button, &QPushButton::clicked, this, [question, caption] { give(question, caption); });
     return button;
 }
 
@@ -81,15 +81,15 @@ QWidget* QuestionBar::createMore(const QList<WaitingQuestion>& waiting) {
     auto* button = new QPushButton(QStringLiteral("More..."));
     button->setObjectName(QStringLiteral("moreQuestions"));
     auto* menu = new QMenu(button);
-    addAnswers(menu, 0, waiting.first().answers.mid(answersShown));
-    for (int question = 1; question < waiting.size(); ++question)
-        addAnswers(menu->addMenu(ControlCaption(waiting[question].text)), question,
-                   waiting[question].answers);
+    addAnswers(menu, waiting.first(), waiting.first().answers.mid(answersShown));
+    for (const WaitingQuestion& question : waiting.mid(1))
+        addAnswers(menu->addMenu(ControlCaption(question.text)), question, question.answers);
     button->setMenu(menu);
     return button;
 }
 
-void QuestionBar::addAnswers(QMenu* menu, int question, const QStringList& answers) {
+void QuestionBar::addAnswers(QMenu* menu, const WaitingQuestion& question,
+                             const QStringList& answers) {
     for (const QString& answer : answers)
         menu->addAction(ControlCaption(answer), [question, answer] { give(question, answer); });
 }

@@ -19,9 +19,10 @@ class QuestionBar : public Card {
   private:
     void show(const QList<WaitingQuestion>& waiting);
     void refresh();
-    QWidget* createAnswer(const QString& caption);
+    QWidget* createAnswer(const WaitingQuestion& question, const QString& caption);
     QWidget* createMore(const QList<WaitingQuestion>& waiting);
-    static void addAnswers(QMenu* menu, int question, const QStringList& answers);
+    static void addAnswers(QMenu* menu, const WaitingQuestion& question,
+                           const QStringList& answers);
 
     QLabel* m_text;
     QHBoxLayout* m_answers;

@@ -35,12 +35,14 @@ TEST_F(Waiting, TheOldestComesFirstAndAnAnswerTakesItAway) {
     ASSERT_EQ(Questions().waiting().size(), 2);
     EXPECT_EQ(Questions().waiting()[0].text, "Which, a;b?");
     EXPECT_EQ(tray.notices.size(), 2);
-    Questions().answer(0, "Green"); // isn't one of its answers
-    Questions().answer(0, "Never"); // couldn't be done: it goes on waiting
-    Questions().answer(7, "Red");
+    const WaitingQuestion oldest = Questions().waiting().first();
+    Questions().answer(oldest, "Green"); // isn't one of its answers
+    Questions().answer(oldest, "Never"); // couldn't be done: it goes on waiting
+    Questions().answer({.kind = "color", .details = {"another"}}, "Red");
     EXPECT_EQ(Questions().waiting().size(), 2);
     EXPECT_EQ(saves, 0);
-    Questions().answer(0, "Red");
+    Questions().answer(oldest, "Red");
+    Questions().answer(oldest, "Red"); // a second click doesn't go to the next one
     EXPECT_EQ(saves, 1);
     EXPECT_EQ(taken, (QStringList{"a;b=Never", "a;b=Red"}));
     EXPECT_EQ(TailValues(tail::Question), QStringList{"color;second"});

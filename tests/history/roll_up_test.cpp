@@ -95,7 +95,7 @@ TEST_F(PendingRollUp, TheDelayDoublesThenAQuestionWaitsAndTheTicksGoOn) {
     EXPECT_TRUE(waitingQuestion().endsWith("|Try now"));
     EXPECT_EQ(progress.captions, QStringList{}); // no compaction of what isn't written
     EXPECT_FALSE(QFile::exists(path("DayInfo_Backup.mdb")));
-    Questions().answer(0, "Try now");
+    Questions().answer(Questions().waiting().first(), "Try now");
     EXPECT_TRUE(waitingQuestion().endsWith("|Try now"));
     passMinutes(1);
     unlock();

@@ -491,7 +491,7 @@ void DayRunner::answerNight(int answer) {
         m_outcome.problem = text("\"Count the night\" offered: ") + text(offered ? "yes" : "no");
     if (answer == 1 && (night.superseded || !today || !offered))
         answer = 2;
-    Questions().answer(int(question - waiting.begin()), nightAnswers[answer]);
+    Questions().answer(*question, nightAnswers[answer]);
     const Moment now = moment();
     answer == 0   ? m_model.startAgain(now)
     : answer == 1 ? m_model.countNight(now)
@@ -502,10 +502,9 @@ void DayRunner::answerClock() {
     tick();
     if (!m_model.dayIsAhead(moment()))
         return;
-    const QList<WaitingQuestion> waiting = Questions().waiting();
-    for (int index = 0; index < waiting.size(); ++index)
-        if (waiting[index].kind == QLatin1String("clock")) {
-            Questions().answer(index, text("The clock is right now"));
+    for (const WaitingQuestion& question : Questions().waiting())
+        if (question.kind == QLatin1String("clock")) {
+            Questions().answer(question, text("The clock is right now"));
             return m_model.clockIsRight(moment());
         }
 }

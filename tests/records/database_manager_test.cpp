@@ -1,3 +1,4 @@
+#include "frame/error_report.h"
 #include "records/database_manager.h"
 #include "records/list_fill.h"
 #include "records/record_fixture.h"
@@ -211,6 +212,16 @@ TEST_F(DatabaseManagerTest, WhatWasTypedIsAskedAboutOnEveryRoadAway) {
         }
     }
     EXPECT_EQ(StoredCount("ProjectInfo"), 1);
+}
+
+TEST_F(DatabaseManagerTest, WhereNobodyMayBeThereNoBoxWaits) {
+    AddProject(QStringLiteral("A"), QStringLiteral("1"));
+    OpenManager();
+    Type("NOTES", QStringLiteral("typed"));
+    const QuietReports quiet;
+    UnloadDataBase();
+    EXPECT_EQ(tray.notices.size(), 1) << "no box, but a word";
+    EXPECT_EQ(Stored("ProjectInfo", 1, "Notes"), "note");
 }
 
 TEST_F(DatabaseManagerTest, ASaveThatIsRefusedKeepsTheRecordUp) {

@@ -116,17 +116,27 @@ TEST_F(ProjectChangesTest, AHistoryThatIsLockedIsRenamedLater) {
     OpenManager();
     {
         Connection other(path(QStringLiteral("DayInfo.mdb")));
-        other.begin();
+        other.execute(QStringLiteral("BEGIN EXCLUSIVE")); // nobody can see what is booked
         dialogs.expect(QStringLiteral("Rename Project"), BoxAnswer::Yes);
         Rename("New");
         EXPECT_EQ(Stored("ProjectInfo", 1, "Project_Name"), "New");
         EXPECT_EQ(TailValues(tail::Rename), QStringList("Old;New;"));
-        other.rollback();
+        other.execute(QStringLiteral("ROLLBACK"));
     }
     EXPECT_EQ(Booked("Old"), 90);
     RetryRollUp();
     EXPECT_EQ(Booked("New"), 90);
     EXPECT_TRUE(TailValues(tail::Rename).isEmpty());
+}
+
+TEST_F(ProjectChangesTest, BesideTheProcessThatKeepsTheDayNothingIsRenamed) {
+    AddProject(QStringLiteral("Old"), QStringLiteral("1"));
+    OpenManager();
+    KeepsDay = false;
+    dialogs.expect(QStringLiteral("Rename \"Old\" there"));
+    Rename("New");
+    EXPECT_EQ(Stored("ProjectInfo", 1, "Project_Name"), "Old");
+    Manager().smuiPanel1.click(QStringLiteral("CANCEL"));
 }
 
 TEST_F(ProjectChangesTest, TodayThatCantBeSavedLeavesTheHistoryAsItIs) {

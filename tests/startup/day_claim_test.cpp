@@ -43,7 +43,8 @@ TEST_F(Claim, AnotherComputerIsAskedAboutAndNotStartingIsTheFirstAnswer) {
     const QByteArray named = "host: ada-laptop\nprocess: 17\nsince: 2026-03-01T18:30:00\n"
                              "machine: 00000000\n";
     writeFile("kelvrane.lock", named);
-    EXPECT_EQ(claim(Command::Debug), DayClaim::Beside) << "nobody is asked";
+    dialogs.expect("'ada-laptop'", BoxAnswer::Cancel);
+    EXPECT_EQ(claim(Command::Debug), DayClaim::Declined) << "nobody keeps the day for certain";
     dialogs.expect("'ada-laptop'", BoxAnswer::Cancel);
     EXPECT_EQ(claim(Command::None), DayClaim::Declined);
     EXPECT_FALSE(KeepsDay);

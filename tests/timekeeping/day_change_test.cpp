@@ -51,7 +51,9 @@ class Clocks : public testing::WorkingDayTest {
                              .join('|'));
         return lines;
     }
-    void answer(const QString& caption) { Questions().answer(0, caption); }
+    void answer(const QString& caption) {
+        Questions().answer(Questions().waiting().value(0), caption);
+    }
 };
 
 TEST(ClockSteps, TellTimeSleepAndJumpsApart) {
@@ -337,6 +339,24 @@ TEST_F(Clocks, AKilledDayIsBookedAsItsRowKnowsIt) {
     killUntil("2026-03-03 09:00");
     EXPECT_EQ(history(), (QStringList{"Alpha|3/2/2026|40|0", "Beta|3/2/2026|5|0"}));
     EXPECT_TRUE(DayStopped);
+}
+
+TEST_F(Clocks, WhoeverHearsOfTheNewDateMayWaitWhileTheClocksAreFollowed) {
+    start("Alpha");
+    at("2026-03-02 23:59");
+    ReadClocks();
+    QObject context;
+    QObject::connect(&Control(), &ControlModel::DateChanged, &context, [&] {
+        if (ports.clock->today() != QDate(2026, 3, 3))
+            return;
+        at("2026-03-03 23:59"); // a box stands open all day
+        ReadClocks();
+        at("2026-03-04 00:01");
+        ReadClocks();
+    });
+    at("2026-03-03 00:01");
+    ReadClocks();
+    EXPECT_EQ(DayDate, QDate(2026, 3, 4));
 }
 
 TEST_F(Clocks, ADayFileThatIsOnlyPartlyReadableIsTakenAsFarAsItIs) {

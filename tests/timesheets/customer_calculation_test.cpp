@@ -114,6 +114,20 @@ TEST_F(CustomerCalculationTest, AProjectThatIsGoneGivesUpItsDatabase) {
     EXPECT_EQ(names(), (QStringList{"Acme", "Birch & Sons"}));
 }
 
+TEST_F(CustomerCalculationTest, NothingIsFiledWithoutTheHoursOfADatabaseInUse) {
+    const QString other = path("other.mdb");
+    CreateDayInfoDatabase(other);
+    addDay("1/6/2003", "Alpha", 60);
+    addDayTo(other, "1/6/2003", "Beta", 60);
+    listDatabases({ownLine(), "Other;" + other + ";ACCEPT"});
+    Connection user(other);
+    user.execute("BEGIN EXCLUSIVE");
+    SheetContext context = scanned(invoiceTemplate(), end, {true, true});
+    dialogs.expect("database is locked");
+    calculate(context);
+    EXPECT_TRUE(filed.isEmpty());
+}
+
 TEST_F(CustomerCalculationTest, RowsOfACustomerMetBeforeGoToTheOneMetLast) {
     addProject("Charlie", "1003", 50, 1);
     addDay("1/6/2003", "Alpha", 60);
