@@ -73,6 +73,7 @@ QWidget* QuestionBar::createAnswer(const WaitingQuestion& question, const QStrin
     auto* button = new QPushButton(ControlCaption(caption));
     button->setObjectName(caption);
     button->setAccessibleName(caption);
+    button->setMinimumWidth(button->sizeHint().width() + 2 * theme::Step); // air beside long words
     connect(button, &QPushButton::clicked, this, [question, caption] { give(question, caption); });
     return button;
 }

@@ -607,6 +607,8 @@ void DayRunner::check() {
 }
 
 void DayRunner::checkHistory() {
+    if (m_model.owesRows())
+        return;
     const int today = m_model.day().date;
     const bool current = m_model.rowsAreCurrent();
     QStringList expected;
@@ -616,19 +618,18 @@ void DayRunner::checkHistory() {
             expected += rowLines(day.key(), *day);
     QStringList rows;
     {
+        const QString leftOut = current ? QString() : dateOf(today).toString(Qt::ISODate);
         Connection connection(path(historyName));
-        Recordset table(connection, text("DayInfo"));
-        for (; !table.atEnd(); table.moveNext()) {
-            const QDate date = QDate::fromString(table.text(text("Date")), text("M/d/yyyy"));
-            if (date != dateOf(today) || current)
-                rows.append(QStringLiteral("%1 %2: %3, break %4")
-                                .arg(date.toString(Qt::ISODate), table.text(text("ProjectName")),
-                                     table.text(text("TotalTime")), table.text(text("BreakTime"))));
-        }
+        QSqlQuery table = connection.select(
+            text("SELECT Date, ProjectName, TotalTime, BreakTime FROM DayInfo WHERE Date <> ?"),
+            {leftOut});
+        while (table.next())
+            rows.append(QStringLiteral("%1 %2: %3, break %4")
+                            .arg(table.value(0).toString(), table.value(1).toString(),
+                                 table.value(2).toString(), table.value(3).toString()));
     }
     rows.sort();
-    if (!m_model.owesRows())
-        compare(text("rows of the history"), expected, rows);
+    compare(text("rows of the history"), expected, rows);
 }
 
 QStringList DayRunner::sideBySide() const {

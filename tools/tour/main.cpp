@@ -215,6 +215,12 @@ class Tour {
         picture(QStringLiteral("stopped"), Screen::frmSTM);
         writeHistory();
         copy(QStringLiteral("at-the-end"));
+        const QDateTime end = m_clock.now();
+        m_clock.set(end.addDays(-1));
+        m_timers.pass(1);
+        picture(QStringLiteral("waiting-question"), Screen::frmSTM);
+        m_clock.set(end);
+        m_timers.pass(1);
     }
 
     void trace() {
