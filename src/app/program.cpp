@@ -4,6 +4,7 @@
 #include "frame/help_topics.h"
 #include "frame/program_folder.h"
 #include "frame/tray_menus.h"
+#include "history/roll_up.h"
 #include "platform/skip_errors.h"
 #include "startup/command_line.h"
 #include "startup/day_claim.h"
@@ -45,6 +46,7 @@ Program::~Program() {
     m_help.close();
     m_screens.unloadAll();
     UnloadHiddenForm();
+    ResetRollUp(); // its timer is the port's
     ports = {};
 }
 
