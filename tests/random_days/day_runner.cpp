@@ -618,7 +618,7 @@ void DayRunner::checkHistory() {
             expected += rowLines(day.key(), *day);
     QStringList rows;
     {
-        const QString leftOut = current ? QString() : dateOf(today).toString(Qt::ISODate);
+        const QString leftOut = current ? text("") : dateOf(today).toString(Qt::ISODate);
         Connection connection(path(historyName));
         QSqlQuery table = connection.select(
             text("SELECT Date, ProjectName, TotalTime, BreakTime FROM DayInfo WHERE Date <> ?"),
