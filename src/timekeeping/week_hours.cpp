@@ -29,17 +29,37 @@ QString belowIncrement() {
     return QStringLiteral("< ") + DoubleText(ToMinutes(TimeIncrements) / 60.0);
 }
 
-WeekView::Row readRow(Connection& connection, const QString& name, QDate start) {
+/// What the week holds of one project.
+struct BookedWeek {
+    struct Entry {
+        qint64 day; ///< since the week's first
+        int minutes;
+    };
+    QString project;
+    QList<Entry> entries;
+};
+
+QList<BookedWeek> readWeek(Connection& history, QDate start) {
+    QList<BookedWeek> booked;
+    Recordset rows(history, PeriodRows(start, start.addDays(daysInWeek - 1)));
+    for (; !rows.atEnd(); rows.moveNext()) {
+        const QString name = rows.text(QStringLiteral("ProjectName"));
+        if (booked.isEmpty() || booked.last().project != name)
+            booked.append({name, {}});
+        booked.last().entries.append({start.daysTo(rows.value(QStringLiteral("Date")).toDate()),
+                                      rows.value(QStringLiteral("TotalTime")).toInt() -
+                                          rows.value(QStringLiteral("BreakTime")).toInt()});
+    }
+    return booked;
+}
+
+WeekView::Row rowOf(const BookedWeek& week) {
     WeekView::Row row;
-    row.name = name;
-    Recordset records(connection, ProjectPeriodRows(name, start, start.addDays(daysInWeek - 1)));
+    row.name = week.project;
     float sum = 0;
-    for (; !records.atEnd(); records.moveNext()) {
-        const int minutes = records.value(QStringLiteral("TotalTime")).toInt() -
-                            records.value(QStringLiteral("BreakTime")).toInt();
+    for (const auto& [day, minutes] : week.entries) {
         const double hours = RoundToIncrement(float(minutes), TimeIncrements);
         sum += float(hours);
-        const qint64 day = start.daysTo(records.value(QStringLiteral("Date")).toDate());
         if (day >= 0 && day < daysInWeek)
             row.cells[day] = hours == 0 ? belowIncrement() : DoubleText(hours);
     }
@@ -82,20 +102,12 @@ void FillWeekView() {
         Connection connection(DayHistoryPath(), LockWait::None);
         if (Recordset(connection, QStringLiteral("DayInfo")).isEmpty())
             return;
-        const QDate start = view.WeekStartDate;
-        QStringList names;
-        Recordset week(connection, PeriodRows(start, start.addDays(daysInWeek - 1)));
-        for (; !week.atEnd(); week.moveNext()) {
-            const QString name = week.text(QStringLiteral("ProjectName"));
-            if (names.isEmpty() || names.last() != name)
-                names.append(name);
-        }
         QList<WeekView::Row> rows;
         SkipErrors each(QStringLiteral("FillWeekView"));
-        // Every name is listed; times that can't be read leave their row without cells.
-        for (const QString& name : names)
-            if (!each([&] { rows.append(readRow(connection, name, start)); }))
-                rows.append({.name = name});
+        // Every name is listed; times that can't be counted leave their row without cells.
+        for (const BookedWeek& week : readWeek(connection, view.WeekStartDate))
+            if (!each([&] { rows.append(rowOf(week)); }))
+                rows.append({.name = week.project});
         view.setRows(rows);
     });
 }

@@ -102,6 +102,7 @@ class DayRunner : private FoldersInMemory, public WorkingDayTest {
     void compare(const QString& what, const QStringList& model, const QStringList& program);
     void check();
     void checkHistory();
+    const QStringList& storedRows();
     QStringList sideBySide() const;
     void note(const QString& text);
 
@@ -118,6 +119,8 @@ class DayRunner : private FoldersInMemory, public WorkingDayTest {
     int m_ticks = 0;
     int m_promptTicks = 0;
     QByteArray m_emptyHistory;
+    QByteArray m_storedState; ///< of the history when m_storedRows were read
+    QStringList m_storedRows;
     QByteArray m_zone;
 };
 
