@@ -10,6 +10,8 @@
 #include "timekeeping/control_model.h"
 #include "timevalues/time_values.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace kelvrane {
@@ -41,12 +43,16 @@ struct BookedWeek {
 
 QList<BookedWeek> readWeek(Connection& history, QDate start) {
     QList<BookedWeek> booked;
+    QHash<QString, qsizetype> places; // names in other capitals may lie between the rows of one
     Recordset rows(history, PeriodRows(start, start.addDays(daysInWeek - 1)));
     for (; !rows.atEnd(); rows.moveNext()) {
         const QString name = rows.text(QStringLiteral("ProjectName"));
-        if (booked.isEmpty() || booked.last().project != name)
+        const qsizetype place = places.value(name, booked.size());
+        if (place == booked.size()) {
+            places.insert(name, place);
             booked.append({name, {}});
-        booked.last().entries.append({start.daysTo(rows.value(QStringLiteral("Date")).toDate()),
+        }
+        booked[place].entries.append({start.daysTo(rows.value(QStringLiteral("Date")).toDate()),
                                       rows.value(QStringLiteral("TotalTime")).toInt() -
                                           rows.value(QStringLiteral("BreakTime")).toInt()});
     }
