@@ -78,8 +78,8 @@ void EndAsSaved(DayEntry& entry) {
     if (!entry.StopTime.isEmpty())
         return;
     const int start = ToMinutes(entry.StartTime);
-    entry.StopTime =
-        ClockTextOf(std::clamp(start + ToMinutes(entry.TotalTime), start, MinutesOfDay - 1));
+    const int end = std::min(start + ToMinutes(entry.TotalTime), MinutesOfDay - 1);
+    entry.StopTime = ClockTextOf(std::max(end, start)); // a start may lie beyond the day itself
 }
 
 void FinishCurrentEntry(int minute) {
